@@ -1,0 +1,32 @@
+# The front door: every target sets up what it needs on a Debian machine.
+.PHONY: help demo test test-clang benchmark clean
+
+help:
+	@echo "make demo       build, start a simulated unit and show an application talking to it"
+	@echo "make test       build and run all tests, plain and with the sanitizers"
+	@echo "make test-clang the tests built with Clang"
+	@echo "make benchmark  CPU cost of commands, codec and CRC"
+	@echo "make clean      remove the build trees"
+
+demo:
+	@scripts/setup.sh base
+	@cmake --preset dev --log-level=WARNING
+	@cmake --build --preset dev --target zavra-sim examples -- --quiet
+	@examples/demo.sh build/dev/bin
+
+test:
+	@scripts/setup.sh base
+	@scripts/test.sh dev sanitize
+
+test-clang:
+	@scripts/setup.sh base clang
+	@scripts/test.sh clang
+
+benchmark:
+	@scripts/setup.sh base benchmark
+	@cmake --preset release --log-level=WARNING
+	@cmake --build --preset release --target zavra_benchmark -- --quiet
+	@build/release/bin/zavra_benchmark
+
+clean:
+	rm -rf build

@@ -1,0 +1,66 @@
+#include "debug.h"
+
+#include <locale>
+#include <ostream>
+
+namespace zavra
+{
+
+namespace
+{
+
+std::string begin_piece(int colour)
+{
+    return "\033[" + std::to_string(colour) + "m";
+}
+
+const std::string end_piece = "\033[0m";
+
+void write_unformatted(std::ostream& stream, const std::string& text)
+{
+    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+}
+
+std::ostream* open(const Debug_Channel& channel)
+{
+    std::ostream& stream = VELM_API_Debug::dout(channel.level);
+    return stream ? &stream : nullptr;
+}
+
+void write_line(std::ostream& stream, int colour, const std::string& text)
+{
+    write_unformatted(stream, begin_piece(colour) + text + end_piece + '\n');
+    stream.flush();
+}
+
+std::ostringstream plain_text()
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    return text;
+}
+
+std::string hex_digits(unsigned long long value, unsigned int digits)
+{
+    std::string text(digits, '0');
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4U)
+        *digit = "0123456789abcdef"[value & 0xFU];
+    return text;
+}
+
+void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length)
+{
+    std::ostream* stream = open(values);
+    if (stream == nullptr)
+        return;
+    const std::string begin = begin_piece(values.colour);
+    std::string line = begin + label + end_piece;
+    for (unsigned int i = 0; i < length; ++i)
+        line += begin + hex_digits(bytes[i], 2) + end_piece;
+    write_unformatted(*stream, line + begin + '\n' + end_piece);
+    stream->flush();
+}
+
+}

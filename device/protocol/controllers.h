@@ -1,0 +1,12 @@
+#pragma once
+
+#include "../records/controllers.h"
+#include "command.h"
+#include "vectors.h"
+
+namespace zavra::protocol
+{
+
+inline constexpr auto controllers_commands = std::tuple<>{};
+
+}

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that a build needs and that are not there yet.
+# Usage: setup.sh [base] [benchmark] [clang]
+set -euo pipefail
+
+declare -A packages=(
+    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev libgtest-dev libgmock-dev"
+    [benchmark]="libbenchmark-dev"
+    [clang]="clang clang-tidy clang-format"
+)
+
+wanted=()
+for set in "${@:-base}"; do
+    if [[ -z ${packages[$set]:-} ]]; then
+        echo "setup: there is no package set '$set' (there are: ${!packages[*]})" >&2
+        exit 2
+    fi
+    read -ra names <<<"${packages[$set]}"
+    wanted+=("${names[@]}")
+done
+
+missing=()
+for package in "${wanted[@]}"; do
+    [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || missing+=("$package")
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then
+    command -v sudo >/dev/null || { echo "setup: not root and no sudo; please install: ${missing[*]}" >&2; exit 1; }
+    as_root=(sudo)
+fi
+echo "setup: installing ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get update -q
+"${as_root[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"

@@ -1,0 +1,21 @@
+#pragma once
+
+namespace zavra
+{
+
+/// A Julian date in two parts, so that a moment keeps its microseconds.
+struct Julian_Date
+{
+    double day;      ///< Midnight at the start of the day: ends in .5
+    double fraction; ///< Days since then
+
+    double value() const { return day + fraction; }
+};
+
+inline double minutes_between(const Julian_Date& from, const Julian_Date& to)
+{
+    constexpr double minutes_per_day = 1440.0;
+    return ((to.day - from.day) + (to.fraction - from.fraction)) * minutes_per_day;
+}
+
+}

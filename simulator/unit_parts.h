@@ -1,0 +1,49 @@
+#pragma once
+
+#include "actuators.h"
+#include "controllers.h"
+#include "modes.h"
+#include "sensors.h"
+#include "startracker_orbit.h"
+#include "system.h"
+#include "unit_time.h"
+
+namespace zavra
+{
+
+/// The parts of the simulated unit, each with the commands it executes and the settings it keeps.
+struct Unit_Parts
+{
+    Unit_Parts(Command_Table& commands, const Clock& clock, World& world)
+        : time(clock),
+          system(commands, time),
+          sensors(commands, time, world),
+          startracker_orbit(commands, time, world),
+          actuators(commands, time, world),
+          controllers(commands, time, world),
+          modes(commands, time, world)
+    {
+    }
+
+    /// Power cycle: time restarts, settings are lost.
+    void reset()
+    {
+        time.reset();
+        system.reset();
+        sensors.reset();
+        startracker_orbit.reset();
+        actuators.reset();
+        controllers.reset();
+        modes.reset();
+    }
+
+    Unit_Time time;
+    System system;
+    Sensors sensors;
+    Startracker_Orbit startracker_orbit;
+    Actuators actuators;
+    Controllers controllers;
+    Modes modes;
+};
+
+}
