@@ -16,6 +16,14 @@ std::string begin_piece(int colour)
 
 const std::string end_piece = "\033[0m";
 
+std::string digits_of(unsigned long long value, unsigned int digits)
+{
+    std::string text(digits, '0');
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4U)
+        *digit = "0123456789abcdef"[value & 0xFU];
+    return text;
+}
+
 void write_unformatted(std::ostream& stream, const std::string& text)
 {
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
@@ -42,12 +50,9 @@ std::ostringstream plain_text()
     return text;
 }
 
-std::string hex_digits(unsigned long long value, unsigned int digits)
+std::ostream& operator<<(std::ostream& stream, const Hex& number)
 {
-    std::string text(digits, '0');
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4U)
-        *digit = "0123456789abcdef"[value & 0xFU];
-    return text;
+    return stream << "0x" << digits_of(number.value, number.digits);
 }
 
 void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length)
@@ -58,7 +63,7 @@ void debug_bytes(const char* label, const unsigned char* bytes, unsigned int len
     const std::string begin = begin_piece(values.colour);
     std::string line = begin + label + end_piece;
     for (unsigned int i = 0; i < length; ++i)
-        line += begin + hex_digits(bytes[i], 2) + end_piece;
+        line += begin + digits_of(bytes[i], 2) + end_piece;
     write_unformatted(*stream, line + begin + '\n' + end_piece);
     stream->flush();
 }

@@ -49,13 +49,19 @@ void warn(const Part&... parts)
 /// Writes bytes as one line of pieces: the label, two hexadecimal digits for each byte, and an empty piece.
 void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length);
 
-/// "0x" and the digits of a word or byte, leading zeros included.
-std::string hex_digits(unsigned long long value, unsigned int digits);
+/// A number that prints as "0x" and all digits of its type, leading zeros included.
+struct Hex
+{
+    unsigned long long value;
+    unsigned int digits;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Hex& number);
 
 template <class T>
-std::string hex(T value)
+Hex hex(T value)
 {
-    return "0x" + hex_digits(value, 2 * sizeof(T));
+    return {value, 2 * sizeof(T)};
 }
 
 }

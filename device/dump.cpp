@@ -47,9 +47,9 @@ void Dump::number(const char* label, double value) const
     line(label, ": dec = ", formatted(value));
 }
 
-void Dump::hexadecimal_number(const char* label, unsigned long long value, unsigned int digits) const
+void Dump::number(const char* label, const Hex& value) const
 {
-    line(label, ": hex = ", "0x" + hex_digits(value, digits));
+    line(label, ": hex = ", formatted(value));
 }
 
 void Dump::characters(const char* label, const char* separator, const char* text, std::size_t size, bool whole) const

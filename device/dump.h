@@ -46,7 +46,7 @@ private:
             for (std::size_t i = 0; i < std::extent_v<typename F::Value>; ++i)
                 number((std::string(field.label) + '[' + std::to_string(i) + ']').c_str(), field.value[i]);
         else if constexpr (std::same_as<Style, Hexadecimal>)
-            hexadecimal_number(field.label, field.value, 2 * sizeof field.value);
+            number(field.label, hex(field.value));
         else if constexpr (std::same_as<Style, Character>)
             characters(field.label, ": dec = ", reinterpret_cast<const char*>(&field.value), 1, true);
         else if constexpr (std::same_as<Style, Single_Byte>)
@@ -66,7 +66,7 @@ private:
     void number(const char* label, unsigned char value) const { number(label, static_cast<unsigned long long>(value)); }
     void number(const char* label, float value) const;
     void number(const char* label, double value) const;
-    void hexadecimal_number(const char* label, unsigned long long value, unsigned int digits) const;
+    void number(const char* label, const Hex& value) const;
     void characters(const char* label, const char* separator, const char* text, std::size_t size,
                     bool whole = false) const;
     void line(const char* label, const char* separator, const std::string& value) const;

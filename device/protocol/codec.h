@@ -28,10 +28,10 @@ template <class T>
 requires std::is_arithmetic_v<T>
 constexpr T get(const unsigned char* source)
 {
-    unsigned long long word = 0;
+    Word<sizeof(T)> word = 0;
     for (std::size_t i = 0; i < sizeof(T); ++i)
-        word = word << 8 | source[i];
-    return std::bit_cast<T>(static_cast<Word<sizeof(T)>>(word));
+        word = static_cast<Word<sizeof(T)>>(word | Word<sizeof(T)>{source[i]} << (8 * (sizeof(T) - 1 - i)));
+    return std::bit_cast<T>(word);
 }
 
 /// Little-endian values: the payload length in a frame's header and the star tracker's event words.
