@@ -10,24 +10,6 @@
 namespace zavra
 {
 
-namespace
-{
-
-unsigned char crc_of(std::span<const unsigned char> bytes)
-{
-    static const auto table = [] {
-        struct
-        {
-            unsigned char entries[256];
-        } filled{};
-        fill_crc8_table(filled.entries);
-        return filled;
-    }();
-    return crc8(table.entries, bytes.data(), bytes.size());
-}
-
-}
-
 Simulated_Unit::Simulated_Unit(World& world, const Clock& clock, const Options& options)
     : clock_(clock),
       options_(options),
@@ -51,7 +33,7 @@ int Simulated_Unit::write(std::span<const unsigned char> bytes)
 void Simulated_Unit::execute(std::span<const unsigned char> frame)
 {
     const auto protected_bytes = frame.first(frame.size() - crc_bytes);
-    if (frame.back() != crc_of(protected_bytes))
+    if (frame.back() != crc8(protected_bytes))
         return parts.system.report(System::bad_request_crc);
     if (protected_bytes.size() < frame_header_bytes)
         return parts.system.report(System::unknown_command_or_wrong_length);
@@ -67,7 +49,7 @@ void Simulated_Unit::execute(std::span<const unsigned char> frame)
     case Command_Table::Status::done:
         replies_ = std::move(outcome.replies);
         for (auto& reply : replies_)
-            reply.push_back(crc_of(reply));
+            reply.push_back(crc8(reply));
         break;
     case Command_Table::Status::refused:
         return parts.system.report(System::refused_command);
@@ -77,7 +59,7 @@ void Simulated_Unit::execute(std::span<const unsigned char> frame)
     }
 }
 
-int Simulated_Unit::read(std::span<unsigned char> bytes)
+int Simulated_Unit::read(std::vector<unsigned char>& bytes)
 {
     const auto guard = lock();
     if (clock_.now() < ready_)
@@ -91,6 +73,12 @@ int Simulated_Unit::read(std::span<unsigned char> bytes)
         reply = replies_.begin();
     std::copy_n(reply->begin(), std::min(reply->size(), bytes.size()), bytes.begin());
     return 0;
+}
+
+Command_Table::Outcome Simulated_Unit::command(unsigned short identifier, std::span<const unsigned char> payload)
+{
+    const auto guard = lock();
+    return commands_.execute(identifier, payload);
 }
 
 void Simulated_Unit::reset()
