@@ -1,10 +1,11 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-clang benchmark clean
+.PHONY: help demo test test-clang tidy benchmark clean
 
 help:
 	@echo "make demo       build, start a simulated unit and show an application talking to it"
 	@echo "make test       build and run all tests, plain and with the sanitizers"
 	@echo "make test-clang the tests built with Clang"
+	@echo "make tidy       clang-tidy over the library, the platform and the programs"
 	@echo "make benchmark  CPU cost of commands, codec and CRC"
 	@echo "make clean      remove the build trees"
 
@@ -21,6 +22,11 @@ test:
 test-clang:
 	@scripts/setup.sh base clang
 	@scripts/test.sh clang
+
+tidy:
+	@scripts/setup.sh base clang
+	@cmake --preset clang --log-level=WARNING
+	@run-clang-tidy -quiet -p build/clang '/(device|api|platform|simulator|tools|examples)/.*\.cpp$$'
 
 benchmark:
 	@scripts/setup.sh base benchmark

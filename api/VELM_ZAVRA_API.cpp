@@ -50,7 +50,7 @@ VELM_ZAVRA_API::VELM_ZAVRA_API() : device_(nullptr)
     translate<VELM_ZAVRA_API_Exception, VELM_ZAVRA_API_Exception>("Initialize ZAVRA-100 Device from INI file", [this] {
         Initialize_Device(std::string(configuration_directory) + configuration_file);
     });
-    device.release();
+    device_ = device.release();
 }
 
 VELM_ZAVRA_API::~VELM_ZAVRA_API()

@@ -1,7 +1,6 @@
 #include "debug.h"
 
 #include <locale>
-#include <ostream>
 
 namespace zavra
 {
@@ -31,12 +30,6 @@ void write_unformatted(std::ostream& stream, const std::string& text)
 
 }
 
-std::ostream* open(const Debug_Channel& channel)
-{
-    std::ostream& stream = VELM_API_Debug::dout(channel.level);
-    return stream ? &stream : nullptr;
-}
-
 void write_line(std::ostream& stream, int colour, const std::string& text)
 {
     write_unformatted(stream, begin_piece(colour) + text + end_piece + '\n');
@@ -55,17 +48,14 @@ std::ostream& operator<<(std::ostream& stream, const Hex& number)
     return stream << "0x" << digits_of(number.value, number.digits);
 }
 
-void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length)
+void write_bytes(std::ostream& stream, const char* label, const unsigned char* bytes, unsigned int length)
 {
-    std::ostream* stream = open(values);
-    if (stream == nullptr)
-        return;
     const std::string begin = begin_piece(values.colour);
     std::string line = begin + label + end_piece;
     for (unsigned int i = 0; i < length; ++i)
         line += begin + digits_of(bytes[i], 2) + end_piece;
-    write_unformatted(*stream, line + begin + '\n' + end_piece);
-    stream->flush();
+    write_unformatted(stream, line + begin + '\n' + end_piece);
+    stream.flush();
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include <VELM_API_Debug.h>
 
+#include <ostream>
 #include <sstream>
 #include <string>
 
@@ -21,7 +22,11 @@ inline constexpr Debug_Channel values{3, 32};
 inline constexpr Debug_Channel warnings{4, 33};
 
 /// The channel's stream, or null where nobody would see what is written: then nothing is formatted at all.
-std::ostream* open(const Debug_Channel& channel);
+inline std::ostream* open(const Debug_Channel& channel)
+{
+    std::ostream& stream = VELM_API_Debug::dout(channel.level);
+    return stream ? &stream : nullptr;
+}
 
 /// Writes one line. It is formatted aside, so that neither the state the stream was left in nor the application's
 /// locale changes how numbers look.
@@ -47,7 +52,13 @@ void warn(const Part&... parts)
 }
 
 /// Writes bytes as one line of pieces: the label, two hexadecimal digits for each byte, and an empty piece.
-void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length);
+void write_bytes(std::ostream& stream, const char* label, const unsigned char* bytes, unsigned int length);
+
+inline void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length)
+{
+    if (std::ostream* stream = open(values))
+        write_bytes(*stream, label, bytes, length);
+}
 
 /// A number that prints as "0x" and all digits of its type, leading zeros included.
 struct Hex

@@ -47,7 +47,7 @@ ZAVRA_100_Info_Telemetry info_frame()
     info.sw_version_minor = 18;
     info.device_serial_number = 100;
     set_text(info.device_name, "ZAVRA-SIM");
-    set_text(info.build_timestamp, __DATE__ " " __TIME__);
+    set_text(info.build_timestamp, "19.Nov.2020 12:00:00");
     set_text(info.compiler_name, compiler_name);
     set_text(info.compiler_version, compiler_version);
     set_text(info.low_level_sw_version, "simulated");

@@ -26,7 +26,8 @@ Julian_Date julian_date(unsigned long long unix_msec)
 {
     constexpr double julian_1970 = 2440587.5;
     constexpr unsigned long long msec_per_day = 86400000;
-    return {julian_1970 + static_cast<double>(unix_msec / msec_per_day),
+    const unsigned long long whole_days = unix_msec / msec_per_day;
+    return {julian_1970 + static_cast<double>(whole_days),
             static_cast<double>(unix_msec % msec_per_day) / static_cast<double>(msec_per_day)};
 }
 
