@@ -1,11 +1,12 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-clang tidy benchmark clean
+.PHONY: help demo test test-clang tidy protocol-reference benchmark clean
 
 help:
 	@echo "make demo       build, start a simulated unit and show an application talking to it"
 	@echo "make test       build and run all tests, plain and with the sanitizers"
 	@echo "make test-clang the tests built with Clang"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
+	@echo "make protocol-reference  rewrite docs/protocol.md from the command descriptors"
 	@echo "make benchmark  CPU cost of commands, codec and CRC"
 	@echo "make clean      remove the build trees"
 
@@ -27,6 +28,13 @@ tidy:
 	@scripts/setup.sh base clang
 	@cmake --preset clang --log-level=WARNING
 	@run-clang-tidy -quiet -p build/clang '/(device|api|platform|simulator|tools|examples)/.*\.cpp$$'
+
+protocol-reference:
+	@scripts/setup.sh base
+	@cmake --preset dev --log-level=WARNING
+	@cmake --build --preset dev --target protocol_reference -- --quiet
+	@build/dev/bin/protocol_reference >build/protocol.md
+	@mv build/protocol.md docs/protocol.md
 
 benchmark:
 	@scripts/setup.sh base benchmark

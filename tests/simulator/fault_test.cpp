@@ -177,8 +177,9 @@ TEST_F(Fault_Test, a_rate_is_written_as_text)
         {"flood=0.1", "There is no fault \"flood\""},
         {"=0.1", "(there are: reset, dead-bus, hang, nak-"},
     };
-    for (const auto& [text, message] : cases)
-        EXPECT_THAT(message_of<std::invalid_argument>([&] { parse_fault_rate(text); }), testing::HasSubstr(message));
+    for (const auto& each : cases)
+        EXPECT_THAT(message_of<std::invalid_argument>([&] { parse_fault_rate(each.first); }),
+                    testing::HasSubstr(each.second));
 }
 
 TEST_F(Fault_Test, the_journal_tells_what_the_driver_saw)
