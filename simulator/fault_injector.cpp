@@ -73,15 +73,16 @@ Transaction Fault_Injector::begin()
 {
     Transaction transaction;
     transaction.time = time_.now();
-    transaction.fault = first_to_strike({Fault::reset, Fault::dead_bus, Fault::hang});
-    if (transaction.fault)
-        start(*transaction.fault, rates_[static_cast<std::size_t>(*transaction.fault)].duration);
-    if (transaction.time.count() < line_.dead_until) {
-        transaction.fault = Fault::dead_bus;
-        transaction.error = EIO;
-    } else if (transaction.time < hangs_until_) {
-        transaction.fault = Fault::hang;
-        transaction.error = ETIMEDOUT;
+    const auto lasts = [&] { return transaction.time.count() < line_.dead_until || transaction.time < hangs_until_; };
+    if (!lasts()) {
+        transaction.fault = first_to_strike({Fault::reset, Fault::dead_bus, Fault::hang});
+        if (transaction.fault)
+            start(*transaction.fault, rates_[static_cast<std::size_t>(*transaction.fault)].duration);
+    }
+    if (lasts()) {
+        const bool dead = transaction.time.count() < line_.dead_until;
+        transaction.fault = dead ? Fault::dead_bus : Fault::hang;
+        transaction.error = dead ? EIO : ETIMEDOUT;
     }
     return transaction;
 }
