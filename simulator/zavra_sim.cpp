@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <iostream>
 #include <optional>
+#include <set>
+#include <stdexcept>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -44,6 +46,8 @@ struct Options
 
 void run(const Options& options, const sigset_t& stop_signals)
 {
+    if (std::set(options.addresses.begin(), options.addresses.end()).size() != options.addresses.size())
+        throw std::invalid_argument("There can be only one unit at an address");
     const Steady_Clock clock;
     Test_Bench bench{clock,
                      {.addresses = options.addresses,
