@@ -41,7 +41,10 @@ public:
     /// Prints the library's name, version and authors and the bus connection to standard output.
     void Print_Info();
 
-    /// Configures the unit's gyroscopes and magnetometer from an INI file, as the constructor does.
+    /// Configures the unit's gyroscopes and magnetometer from an INI file, as the constructor does: gyroscopes from the
+    /// sections zavra_dev_init_gyro0 to 2, the magnetometer from zavra_dev_init_mtm0. Progress goes to standard output.
+    /// A file that cannot be parsed, a section that is missing, incomplete or unreadable, and a sensor that the unit
+    /// does not configure are reported there and skipped.
     void Initialize_Device(std::string ini_file);
 
     /// @param rpm  speed in revolutions per minute
