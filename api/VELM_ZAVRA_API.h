@@ -41,7 +41,10 @@ public:
     /// Prints the library's name, version and authors and the bus connection to standard output.
     void Print_Info();
 
-    /// Configures the unit's gyroscopes and magnetometer from an INI file, as the constructor does.
+    /// Configures the unit's gyroscopes and magnetometer from an INI file, as the constructor does: gyroscopes from the
+    /// sections zavra_dev_init_gyro0 to 2, the magnetometer from zavra_dev_init_mtm0. Progress goes to standard output.
+    /// A file that cannot be parsed, a section that is missing, incomplete or unreadable, and a sensor that the unit
+    /// does not configure are reported there and skipped.
     void Initialize_Device(std::string ini_file);
 
     /// @param rpm  speed in revolutions per minute
@@ -124,7 +127,58 @@ public:
 
     /// @}
     /// @name Sensors
+    /// A value that is none of the enumerators is cut to 8 bits and refused before anything is sent, except by the two
+    /// magnetometer parameter methods.
     /// @{
+
+    /// Injects a measurement, as in hardware-in-the-loop tests.
+    /// @param angular_velocity  body frame, rad/s
+    void Set_Gyro_Values(VELM_ZAVRA_API_GYROSCOPES gyro, VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT angular_velocity);
+    /// @return angular velocity, body frame, rad/s
+    VELM_ZAVRA_API_SENSOR_VALUES Get_Gyro_Values(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Set_Gyro_Parameters(VELM_ZAVRA_API_GYROSCOPES gyro, VELM_ZAVRA_API_GYROSCOPE_PARAMETERS parameters);
+    VELM_ZAVRA_API_GYROSCOPE_PARAMETERS Get_Gyro_Parameters(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Set_Gyro_Update_Interval(VELM_ZAVRA_API_GYROSCOPES gyro, unsigned long long interval_msec);
+    unsigned long long Get_Gyro_Update_Interval(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// Correction applies the scale matrix and the offset of the gyroscope's parameters.
+    void Enable_Gyro_Correction(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Disable_Gyro_Correction(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// Lets the unit work out the gyroscope's bias; the parameters' bias counter governs it.
+    void Start_Gyro_Bias_Calculation(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// @param bias  rad/s
+    void Set_Gyro_Bias_Value(VELM_ZAVRA_API_GYROSCOPES gyro, VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT bias);
+    VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT Get_Gyro_Bias_Value(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// Bias removal subtracts the bias value from each measurement.
+    void Enable_Gyro_Bias_Removement(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Disable_Gyro_Bias_Removement(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Enable_Gyro_Averaging_Filter(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Disable_Gyro_Averaging_Filter(VELM_ZAVRA_API_GYROSCOPES gyro);
+
+    /// Injects a measurement, as in hardware-in-the-loop tests.
+    /// @param magnetic_field  in the unit of the measurements that Get_Magnetometer_Values reads
+    void Set_Magnetometer_Values(VELM_ZAVRA_API_MAGNETOMETERS magnetometer,
+                                 VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT magnetic_field);
+    VELM_ZAVRA_API_SENSOR_VALUES Get_Magnetometer_Values(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    /// Prints the request's payload to standard output, in hexadecimal and without an
+    /// end of line.
+    void Set_Magnetometer_Parameters(VELM_ZAVRA_API_MAGNETOMETERS magnetometer,
+                                     VELM_ZAVRA_API_MAGNETOMETER_PARAMETERS parameters);
+    /// Reads magnetometer 0 whatever the argument.
+    VELM_ZAVRA_API_MAGNETOMETER_PARAMETERS Get_Magnetometer_Parameters(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Set_Magnetometer_Update_Interval(VELM_ZAVRA_API_MAGNETOMETERS magnetometer, unsigned long long interval_msec);
+    unsigned long long Get_Magnetometer_Update_Interval(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    /// Correction applies the scale matrix and the offset of the magnetometer's parameters.
+    void Enable_Magnetometer_Correction(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Disable_Magnetometer_Correction(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Enable_Magnetometer_Averaging_Filter(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Disable_Magnetometer_Averaging_Filter(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Enable_Magnetometer_Moving_Averaging_Filter(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Disable_Magnetometer_Moving_Averaging_Filter(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+
+    /// Gives the unit a sun vector that was measured elsewhere.
+    /// @param sun_vector       sensor frame
+    /// @param epoch_time_msec  time of the measurement, milliseconds since 01.01.1970 0:00:00 UTC
+    void Set_Sun_Vector(VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT sun_vector, unsigned long long epoch_time_msec);
 
     /// @}
     /// @name Star tracker and orbit module

@@ -146,7 +146,59 @@ public:
 
     /// @}
     /// @name Sensors
+    /// Gyroscopes have the indices 0 to 2, the only magnetometer has the index 0. Any other index is refused before
+    /// anything is sent, except by the two magnetometer parameter methods.
     /// @{
+
+    /// Injects a measurement, as in hardware-in-the-loop tests.
+    /// @param angular_velocity  body frame, rad/s
+    void Set_Gyro_Values(unsigned char index, ZAVRA_100_Vector3_float angular_velocity);
+    /// @param angular_velocity  body frame, rad/s
+    /// @param timestamp         the unit's time of the measurement, passed on unchanged
+    void Get_Gyro_Values(unsigned char index, ZAVRA_100_Vector3_float* angular_velocity, unsigned long long* timestamp);
+    void Set_Gyro_Parameters(unsigned char index, ZAVRA_100_Gyroscope_Parameters parameters);
+    void Get_Gyro_Parameters(unsigned char index, ZAVRA_100_Gyroscope_Parameters* parameters);
+    void Set_Gyro_Update_Interval(unsigned char index, unsigned long long interval_msec);
+    void Get_Gyro_Update_Interval(unsigned char index, unsigned long long* interval_msec);
+    /// Correction applies the scale matrix and the offset of the gyroscope's parameters.
+    void Enable_Gyro_Correction(unsigned char index);
+    void Disable_Gyro_Correction(unsigned char index);
+    /// Lets the unit work out the gyroscope's bias; the parameters' bias counter governs it.
+    void Start_Gyro_Bias_Calculation(unsigned char index);
+    /// @param bias  rad/s
+    void Set_Gyro_Bias_Value(unsigned char index, ZAVRA_100_Vector3_float bias);
+    void Get_Gyro_Bias_Value(unsigned char index, ZAVRA_100_Vector3_float* bias);
+    /// Bias removal subtracts the bias value from each measurement.
+    void Enable_Gyro_Bias_Removement(unsigned char index);
+    void Disable_Gyro_Bias_Removement(unsigned char index);
+    void Enable_Gyro_Averaging_Filter(unsigned char index);
+    void Disable_Gyro_Averaging_Filter(unsigned char index);
+
+    /// Injects a measurement, as in hardware-in-the-loop tests.
+    /// @param magnetic_field  in the unit of the measurements that Get_Magnetometer_Values reads
+    void Set_Magnetometer_Values(unsigned char index, ZAVRA_100_Vector3_float magnetic_field);
+    /// @param timestamp  the unit's time of the measurement, passed on unchanged
+    void Get_Magnetometer_Values(unsigned char index, ZAVRA_100_Vector3_float* magnetic_field,
+                                 unsigned long long* timestamp);
+    /// Sends any index as it is given. Prints the request's payload to standard output, in hexadecimal and without an
+    /// end of line. Reports its failures with the words of Set_Sun_Vector.
+    void Set_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magnetometer_Parameters parameters);
+    /// Reads magnetometer 0 whatever the index. Reports its failures with the words of Set_Sun_Vector.
+    void Get_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magnetometer_Parameters* parameters);
+    void Set_Magnetometer_Update_Interval(unsigned char index, unsigned long long interval_msec);
+    void Get_Magnetometer_Update_Interval(unsigned char index, unsigned long long* interval_msec);
+    /// Correction applies the scale matrix and the offset of the magnetometer's parameters.
+    void Enable_Magnetometer_Correction(unsigned char index);
+    void Disable_Magnetometer_Correction(unsigned char index);
+    void Enable_Magnetometer_Averaging_Filter(unsigned char index);
+    void Disable_Magnetometer_Averaging_Filter(unsigned char index);
+    void Enable_Magnetometer_Moving_Averaging_Filter(unsigned char index);
+    void Disable_Magnetometer_Moving_Averaging_Filter(unsigned char index);
+
+    /// Gives the unit a sun vector that was measured elsewhere.
+    /// @param sun_vector       sensor frame
+    /// @param epoch_time_msec  time of the measurement, milliseconds since 01.01.1970 0:00:00 UTC
+    void Set_Sun_Vector(ZAVRA_100_Vector3_float sun_vector, unsigned long long epoch_time_msec);
 
     /// @}
     /// @name Star tracker and orbit module
