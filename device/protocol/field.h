@@ -42,6 +42,12 @@ struct Character
 struct Lower_Case
 {
 }; ///< The members of this record print their names in lower case.
+struct Underscored
+{
+}; ///< The members of this record print their names after an underscore instead of a dot.
+struct Bare
+{
+}; ///< Prints " = " before the value, without ": dec".
 struct Unprinted
 {
 }; ///< Travels, but the dump leaves it out.
@@ -60,6 +66,8 @@ inline constexpr Text text;
 inline constexpr Raw_Text raw_text;
 inline constexpr Character character;
 inline constexpr Lower_Case lower_case;
+inline constexpr Underscored underscored;
+inline constexpr Bare bare;
 inline constexpr Unprinted unprinted;
 inline constexpr Single_Byte single_byte;
 
