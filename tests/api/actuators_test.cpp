@@ -13,6 +13,13 @@ const std::string one_to_six = one_two_three + "40800000 40a00000 40c00000";
 const std::string wheel_payload = Payload().f32_range(1, 4).u64(5).hexadecimal();
 const std::string magnetorquer_payload = Payload().f32_range(1, 15).u64(16).u64(17).u64(18).hexadecimal();
 
+constexpr VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT xyz{1, 2, 3};
+constexpr VELM_ZAVRA_API_REACTIONWHEEL_TORQUE torque{1, 2, 3};
+constexpr VELM_ZAVRA_API_REACTIONWHEEL_SPEEDS speeds{1, 2, 3, 4, 5, 6};
+constexpr VELM_ZAVRA_API_SINGLE_REACTIONWHEEL_PARAMETERS wheel{1, 2, 3, 4, 5};
+constexpr VELM_ZAVRA_API_MAGNETORQUER_PARAMETERS magnetorquers{{1, 2, 3}, {4, 5, 6}, {7, 8, 9, 10, 11, 12, 13, 14, 15},
+                                                               16,        17,        18};
+
 void expect_one_two_three(const VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT& vector)
 {
     EXPECT_EQ(vector.x, 1);
@@ -40,9 +47,7 @@ TEST_F(Operation_Test, reaction_wheel_operations)
          "set reaction wheel speed", "Set Reaction Wheel Speed"},
         {[](Api& a) { EXPECT_EQ(a.Get_ReactionWheel_Speed(VELM_ZAVRA_API_REACTIONWHEEL_4), 10.0F); }, "b002 0100 04",
          "41200000", "get reaction wheel speed", "Get Reaction Wheel Speed"},
-        {[](Api& a) {
-             a.Set_ReactionWheel_Parameters(VELM_ZAVRA_API_REACTIONWHEEL_3, {1, 2, 3, 4, 5});
-         },
+        {[](Api& a) { a.Set_ReactionWheel_Parameters(VELM_ZAVRA_API_REACTIONWHEEL_3, wheel); },
          "b003 1900 03" + wheel_payload, "", "set reaction wheel single parameters",
          "Set All Reaction Wheel Parameters"},
         {[](Api& a) { a.Get_ReactionWheel_Parameters(static_cast<VELM_ZAVRA_API_REACTIONWHEELS>(9)); }, "b004 0100 09",
@@ -53,10 +58,8 @@ TEST_F(Operation_Test, reaction_wheel_operations)
          "get reaction wheel all update interval", "Get Reaction Wheel Speed"},
         {[](Api& a) { a.Enable_ReactionWheel_Idle_Mode(VELM_ZAVRA_API_REACTIONWHEEL_2); }, "b007 0100 02", "",
          "enable reaction wheel idle mode", "Enable Reaction Wheel Idle Mode"},
-        {[](Api& a) {
-             a.Set_ReactionWheel_All_Speeds({1, 2, 3, 4, 5, 6});
-         },
-         "b008 1800" + one_to_six, "", "set reaction all speeds", "Set All Reaction Wheel Speeds"},
+        {[](Api& a) { a.Set_ReactionWheel_All_Speeds(speeds); }, "b008 1800" + one_to_six, "",
+         "set reaction all speeds", "Set All Reaction Wheel Speeds"},
         {[](Api& a) { a.Get_ReactionWheel_All_Speeds(); }, "b009 0000", one_to_six, "get reaction wheel all speeds",
          "Get Reaction Wheel Speed"},
         {[](Api& a) { a.Set_ReactionWheel_All_Parameters({}); }, "b00a 7000" + std::string(224, '0'), "",
@@ -65,10 +68,8 @@ TEST_F(Operation_Test, reaction_wheel_operations)
          "get reaction wheel all parameters", "Get Parameters of All Reaction Wheels"},
         {[](Api& a) { a.Enable_ReactionWheel_All_Idle_Mode(); }, "b00c 0000", "", "enable all reaction wheel idle mode",
          "Enable All Reaction Wheel Idle Mode"},
-        {[](Api& a) {
-             a.Set_ReactionWheel_Torque_Target({1, 2, 3});
-         },
-         "b00d 0c00" + one_two_three, "", "set reaction wheel torque", "Set Reaction Wheel Torque Target"},
+        {[](Api& a) { a.Set_ReactionWheel_Torque_Target(torque); }, "b00d 0c00" + one_two_three, "",
+         "set reaction wheel torque", "Set Reaction Wheel Torque Target"},
         {[](Api& a) { a.Get_ReactionWheel_Torque_Target(); }, "b00e 0000", one_two_three, "get reaction wheel torque",
          "Get Reaction Wheel Torque Target"},
     });
@@ -77,28 +78,20 @@ TEST_F(Operation_Test, reaction_wheel_operations)
 TEST_F(Operation_Test, magnetorquer_operations)
 {
     check({
-        {[](Api& a) {
-             a.Set_Magnettorquer_All_Dipole_Moments({1, 2, 3});
-         },
-         "b101 0c00" + one_two_three, "", "set all magnettorquer dipole moments",
-         "Set Dipole Moment of All Magnetorquers"},
+        {[](Api& a) { a.Set_Magnettorquer_All_Dipole_Moments(xyz); }, "b101 0c00" + one_two_three, "",
+         "set all magnettorquer dipole moments", "Set Dipole Moment of All Magnetorquers"},
         {[](Api& a) { expect_one_two_three(a.Get_Magnettorquer_All_Dipole_Moments()); }, "b102 0000", one_two_three,
          "get all magnettorquer dipole moments", "Get Dipole Moments of All Magnetorquers"},
         {[](Api& a) { a.Suspend_All_Magnettorquers(); }, "b103 0000", "", "suspend all magnettorquers",
          "Suspend All Magnetorquers"},
         {[](Api& a) { a.Resume_All_Magnettorquers(); }, "b104 0000", "", "resume all magnettorquers",
          "Resume All Magnetorquers"},
-        {[](Api& a) {
-             a.Set_Magnettorquer_Parameters({{1, 2, 3}, {4, 5, 6}, {7, 8, 9, 10, 11, 12, 13, 14, 15}, 16, 17, 18});
-         },
-         "b105 5400" + magnetorquer_payload, "", "set magnettorquer parameters",
-         "Set Dipole Moment of All Magnetorquers"},
+        {[](Api& a) { a.Set_Magnettorquer_Parameters(magnetorquers); }, "b105 5400" + magnetorquer_payload, "",
+         "set magnettorquer parameters", "Set Dipole Moment of All Magnetorquers"},
         {[](Api& a) { a.Get_Magnettorquer_Parameters(); }, "b106 0000", magnetorquer_payload,
          "get magnettorquer single parameters", "Get Magnetorquer Parameters"},
-        {[](Api& a) {
-             a.Set_Magnettorquer_All_Currents({1, 2, 3});
-         },
-         "b107 0c00" + one_two_three, "", "set all magnettorquer currents", "Set Currents of All Magnetorquers"},
+        {[](Api& a) { a.Set_Magnettorquer_All_Currents(xyz); }, "b107 0c00" + one_two_three, "",
+         "set all magnettorquer currents", "Set Currents of All Magnetorquers"},
         // Dipole moments are what this one has always returned.
         {[](Api& a) { expect_one_two_three(a.Get_Magnettorquer_All_Currents()); }, "b102 0000", one_two_three,
          "get all magnettorquer currents", "Get Dipole Moments of All Magnetorquers"},
@@ -128,18 +121,17 @@ TEST_F(Operation_Test, the_torque_distribution_matrix_is_transposed_both_ways)
     parameters = api.Get_ReactionWheel_All_Parameters();
     EXPECT_EQ(parameters.motor_constant, 6.0F);
     EXPECT_EQ(parameters.max_valid_time_speed_measurement, 8U);
-    for (int wheel = 0; wheel < 6; ++wheel)
-        for (int component = 0; component < 3; ++component)
-            EXPECT_EQ(parameters.torque_distribution_matrix[wheel][component],
-                      static_cast<float>(9 + 6 * component + wheel));
+    for (int j = 0; j < 6; ++j)
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(parameters.torque_distribution_matrix[j][i], static_cast<float>(9 + 6 * i + j));
 }
 
 TEST_F(Operation_Test, actuator_records_come_back_as_they_went)
 {
-    constexpr auto wheel = VELM_ZAVRA_API_REACTIONWHEEL_0;
+    constexpr auto index = VELM_ZAVRA_API_REACTIONWHEEL_0;
     expect_round_trip(
-        platform, wheel_payload, [&] { return api.Get_ReactionWheel_Parameters(wheel); },
-        [&](const auto& record) { api.Set_ReactionWheel_Parameters(wheel, record); });
+        platform, wheel_payload, [&] { return api.Get_ReactionWheel_Parameters(index); },
+        [&](const auto& record) { api.Set_ReactionWheel_Parameters(index, record); });
     expect_round_trip(
         platform, Payload().f32_range(1, 6).hexadecimal(), [&] { return api.Get_ReactionWheel_All_Speeds(); },
         [&](const auto& record) { api.Set_ReactionWheel_All_Speeds(record); });

@@ -9,14 +9,15 @@ TEST_F(Operation_Test, single_axis_controller_operations)
 {
     constexpr auto y = VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS_Y;
     constexpr auto elsewhere = static_cast<VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS>(200);
+    static constexpr VELM_ZAVRA_API_PID_CONTROLLER_PARAMETERS pid_parameters{1, 2, 3, 4, 5, 6, 7};
+    static constexpr VELM_ZAVRA_API_CASCADED_PID_CONTROLLER_PARAMETERS cascaded_parameters{1, 2, 3, 4,  5,  6,
+                                                                                           7, 8, 9, 10, 11, 12};
     const std::string pid = Payload().f32_range(1, 5).u32(6).u64(7).hexadecimal();
     const std::string cascaded = Payload().f32_range(1, 10).u32(11).u64(12).hexadecimal();
     const std::string cascaded_as_sent =
         Payload().f32_range(1, 7).u32(0).f32_range(9, 10).u32(11).u64(12).hexadecimal();
     check({
-        {[](Api& a) {
-             a.Set_SingleAxis_AngularVelocity_Controller_Parameters(y, {1, 2, 3, 4, 5, 6, 7});
-         },
+        {[](Api& a) { a.Set_SingleAxis_AngularVelocity_Controller_Parameters(y, pid_parameters); },
          "c011 2100 01" + pid, "", "Set Single-Axis Angular Velocity Controller Parameters",
          "Set Single-Axis Angular Velocity Controller PID Parameters"},
         {[](Api& a) {
@@ -35,9 +36,7 @@ TEST_F(Operation_Test, single_axis_controller_operations)
          "Start Single-Axis Angular Velocity Controller", "Start Single-Axis Angular Velocity Controller"},
         {[](Api& a) { a.Stop_SingleAxis_AngularVelocity_Controller(elsewhere); }, "c014 0100 c8", "",
          "Stop Single-Axis Angular Velocity Controller", "Stop Single-Axis Angular Velocity Controller"},
-        {[](Api& a) {
-             a.Set_SingleAxis_AngleStep_Controller_Parameters(y, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
-         },
+        {[](Api& a) { a.Set_SingleAxis_AngleStep_Controller_Parameters(y, cascaded_parameters); },
          "c011 3500 01" + cascaded_as_sent, "", "Set Single-Axis Angle Step Controller Parameters",
          "Set Single-Axis Angle Step Controller Cascaded PID Parameters"},
         {[](Api& a) {
@@ -57,6 +56,10 @@ TEST_F(Operation_Test, single_axis_controller_operations)
 
 TEST_F(Operation_Test, three_axis_controller_operations)
 {
+    static constexpr VELM_ZAVRA_API_BDOT_CONTROLLER_PARAMETERS bdot_parameters{1, 2, 3};
+    static constexpr VELM_ZAVRA_API_SUN_POINTING_CONTROLLER_PARAMETERS sun_parameters{
+        1, {2, 3, 4, 5, 6, 7, 8, 9, 10}, {11, 12, 13}, 14, 15};
+    static constexpr VELM_ZAVRA_API_SLIDING_CONTROLLER_PARAMETERS sliding_parameters{1, 2, 3, 4};
     const std::string bdot = Payload().f32(1).u32(2).u64(3).hexadecimal();
     const std::string sun = Payload().f32_range(1, 13).u32(14).u64(15).hexadecimal();
     const std::string sliding = Payload().f32_range(1, 2).u32(3).u64(4).hexadecimal();
@@ -66,25 +69,17 @@ TEST_F(Operation_Test, three_axis_controller_operations)
         EXPECT_EQ(p.update_interval, 3U);
     };
     check({
-        {[](Api& a) {
-             a.Set_ThreeAxis_BDot_Controller_Max_Parameters({1, 2, 3});
-         },
-         "c051 1000" + bdot, "", "Set Three-Axis B-Dot Controller Max Parameters",
-         "Set Three-Axis B-Dot Controller Max Parameters"},
+        {[](Api& a) { a.Set_ThreeAxis_BDot_Controller_Max_Parameters(bdot_parameters); }, "c051 1000" + bdot, "",
+         "Set Three-Axis B-Dot Controller Max Parameters", "Set Three-Axis B-Dot Controller Max Parameters"},
         {[&](Api& a) { expect_bdot(a.Get_ThreeAxis_BDot_Controller_Max_Parameters()); }, "c052 0000", bdot,
          "Get Three-Axis B-Dot Controller Max Parameters", "Get Three-Axis B-Dot Controller Max Parameters"},
-        {[](Api& a) {
-             a.Set_ThreeAxis_BDot_Controller_Proportional_Parameters({1, 2, 3});
-         },
-         "c053 1000" + bdot, "", "Set Three-Axis B-Dot Controller Proportional Parameters",
+        {[](Api& a) { a.Set_ThreeAxis_BDot_Controller_Proportional_Parameters(bdot_parameters); }, "c053 1000" + bdot,
+         "", "Set Three-Axis B-Dot Controller Proportional Parameters",
          "Set Three-Axis B-Dot Controller Proportional Parameters"},
         {[&](Api& a) { expect_bdot(a.Get_ThreeAxis_BDot_Controller_Proportional_Parameters()); }, "c054 0000", bdot,
          "Get Three-Axis B-Dot Controller Proportional Parameters", "Get Three-Axis B-Dot Controller Max Parameters"},
-        {[](Api& a) {
-             a.Set_ThreeAxis_SunPointing_Controller_Parameters({1, {2, 3, 4, 5, 6, 7, 8, 9, 10}, {11, 12, 13}, 14, 15});
-         },
-         "c061 4000" + sun, "", "Set Three-Axis Sun-Pointing Controller Parameters",
-         "Set Three-Axis Sun Pointing Controller Parameters"},
+        {[](Api& a) { a.Set_ThreeAxis_SunPointing_Controller_Parameters(sun_parameters); }, "c061 4000" + sun, "",
+         "Set Three-Axis Sun-Pointing Controller Parameters", "Set Three-Axis Sun Pointing Controller Parameters"},
         {[](Api& a) {
              const auto p = a.Get_ThreeAxis_SunPointing_Controller_Parameters();
              EXPECT_EQ(p.k_p, 1);
@@ -96,11 +91,8 @@ TEST_F(Operation_Test, three_axis_controller_operations)
          },
          "c062 0000", sun, "Get Three-Axis Sun-Pointing Controller Parameters",
          "Get Three-Axis Sun Pointing Controller Parameters"},
-        {[](Api& a) {
-             a.Set_ThreeAxis_Sliding_Controller_Parameters({1, 2, 3, 4});
-         },
-         "c081 1400" + sliding, "", "Set Three-Axis Sliding Controller Parameters",
-         "Set Three-Axis Sliding Controller Parameters"},
+        {[](Api& a) { a.Set_ThreeAxis_Sliding_Controller_Parameters(sliding_parameters); }, "c081 1400" + sliding, "",
+         "Set Three-Axis Sliding Controller Parameters", "Set Three-Axis Sliding Controller Parameters"},
         {[](Api& a) {
              const auto p = a.Get_ThreeAxis_Sliding_Controller_Parameters();
              EXPECT_EQ(p.k_1, 1);

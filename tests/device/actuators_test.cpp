@@ -23,6 +23,11 @@ Lines numbered(const Lines& labels, int first = 1)
     return lines;
 }
 
+using Device = ZAVRA_100;
+constexpr unsigned char wheel_255 = 255;
+constexpr ZAVRA_100_Vector3_float xyz{1, 2, 3};
+constexpr ZAVRA_100_Vector6_float speeds{1, 2, 3, 4, 5, 6};
+
 const std::string array_payload = Payload().u32(1).u32(2).f32_range(3, 6).u64(7).u64(8).f32_range(9, 26).hexadecimal();
 const ZAVRA_100_Reactionwheel_Array_Parameters array{
     1, 2, 3, 4, 5, 6, 7, 8, {9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26}};
@@ -36,17 +41,20 @@ const ZAVRA_100_Magnetorquer_Parameters magnetorquers{{1, 2, 3}, {4, 5, 6}, {7, 
 
 Lines wheel_lines(int index)
 {
-    return after({"WHEEL_INDEX: dec = " + std::to_string(index)},
-                 {"MOMENT_OF_INERTIA: dec = 1", "MAX_SPEED: dec = 2", "MAX_TORQUE: dec = 3", "MOTOR_CONSTANT: dec = 4",
-                  "MAX_TIME_FOR_SPEED_MEASUREMENT: dec = 72623859790382856"});
+    return {"WHEEL_INDEX: dec = " + std::to_string(index),
+            "MOMENT_OF_INERTIA: dec = 1",
+            "MAX_SPEED: dec = 2",
+            "MAX_TORQUE: dec = 3",
+            "MOTOR_CONSTANT: dec = 4",
+            "MAX_TIME_FOR_SPEED_MEASUREMENT: dec = 72623859790382856"};
 }
 
-Lines magnetorquer_lines(const std::string& title, const std::string& xyz)
+Lines magnetorquer_lines(const std::string& title, const std::string& maximum_axes)
 {
     Lines labels;
     for (const char axis : {'x', 'y', 'z'})
         labels.push_back(std::string("CONV_FACTORS_DIPOLE_MOMENT_TO_CURRENT.") + axis + ": dec = ");
-    for (const char axis : xyz)
+    for (const char axis : maximum_axes)
         labels.push_back(std::string("MAX_DIPOLE_MOMENT.") + axis + ": dec = ");
     for (const char* element : {"11", "12", "13", "21", "22", "23", "31", "32", "33"})
         labels.push_back(std::string("ORIENTATION_TO_BF.M") + element + ": dec = ");
@@ -98,12 +106,8 @@ TEST_F(Command_Test, reaction_wheel_commands)
          {"WHEEL_INDEX: dec = 0", "WHEEL_SPEED_rad/s: dec = 1"}},
         {"Set_ReactionWheel_Parameters", [](auto& d) { d.Set_ReactionWheel_Parameters(9, wheel); },
          "b003 1900 09" + wheel_payload, "", "Set All Reaction Wheel Parameters", wheel_lines(9)},
-        {"Get_ReactionWheel_Parameters",
-         [](auto& d) {
-             ZAVRA_100_Single_Reactionwheel_Parameters parameters;
-             d.Get_ReactionWheel_Parameters(255, &parameters);
-         },
-         "b004 0100 ff", wheel_payload, "Get All Reaction Wheel Parameters", wheel_lines(255)},
+        {"Get_ReactionWheel_Parameters", read(&Device::Get_ReactionWheel_Parameters, wheel_255), "b004 0100 ff",
+         wheel_payload, "Get All Reaction Wheel Parameters", wheel_lines(255)},
         {"Set_ReactionWheel_All_Update_Interval", [](auto& d) { d.Set_ReactionWheel_All_Update_Interval(1000); },
          "b005 0800 00000000000003e8", "", "Set All Reaction Wheel Update Interval"},
         {"Get_ReactionWheel_All_Update_Interval",
@@ -118,63 +122,38 @@ TEST_F(Command_Test, reaction_wheel_commands)
          {"interval_msec: dec = 1000"}},
         {"Enable_ReactionWheel_Idle_Mode", [](auto& d) { d.Enable_ReactionWheel_Idle_Mode(3); }, "b007 0100 03", "",
          "Enable Reaction Wheel Idle Mode"},
-        {"Set_ReactionWheel_All_Speeds",
-         [](auto& d) {
-             d.Set_ReactionWheel_All_Speeds({1, 2, 3, 4, 5, 6});
-         },
+        {"Set_ReactionWheel_All_Speeds", [](auto& d) { d.Set_ReactionWheel_All_Speeds(speeds); },
          "b008 1800" + one_to_six, "", "Set All Reaction Wheel Speeds", speed_lines},
-        {"Get_ReactionWheel_All_Speeds",
-         [](auto& d) {
-             ZAVRA_100_Vector6_float speeds;
-             d.Get_ReactionWheel_All_Speeds(&speeds);
-         },
-         "b009 0000", one_to_six, "Get Reaction Wheel Speed", speed_lines},
+        {"Get_ReactionWheel_All_Speeds", read(&Device::Get_ReactionWheel_All_Speeds), "b009 0000", one_to_six,
+         "Get Reaction Wheel Speed", speed_lines},
         {"Set_ReactionWheel_All_Parameters", [](auto& d) { d.Set_ReactionWheel_All_Parameters(array); },
          "b00a 7000" + array_payload, "", "Set Parameters of All Reaction Wheels",
          after({"ZAVRA_100_Reactionwheel_Array_Parameters", "NUMBER_OF_WHEELS: dec = 1", "CONTROL_MODE: dec = 2",
                 "UPDATE_INTERVAL: dec = 7", "MAX_VALID_TIME_SPEED_MEASUREMENT: dec = 8"},
                matrix_lines({"RW0-X", "RW1-X", "RW2-X", "RW3-U", "RW4-U", "RW5-U", "RW0-Y", "RW1-Y", "RW2-Y", "RW3-V",
                              "RW4-V", "RW5-V", "RW0-Z", "RW1-Z", "RW2-Z", "RW3-W", "RW4-W", "RW5-W"}))},
-        {"Get_ReactionWheel_All_Parameters",
-         [](auto& d) {
-             ZAVRA_100_Reactionwheel_Array_Parameters parameters;
-             d.Get_ReactionWheel_All_Parameters(&parameters);
-         },
-         "b00b 0000", array_payload, "Get Parameters of All Reaction Wheels",
+        {"Get_ReactionWheel_All_Parameters", read(&Device::Get_ReactionWheel_All_Parameters), "b00b 0000",
+         array_payload, "Get Parameters of All Reaction Wheels",
          after({"ZAVRA_100_Reactionwheel_Array_Parameters", "NUMBER_OF_WHEELS: dec = 1", "CONTROL_MODE: dec = 2",
                 "MOMENT_OF_INERTIA = 3", "MAX_SPEED = 4", "MAX_TORQUE = 5", "MOTOR_CONSTANT = 6",
                 "UPDATE_INTERVAL: dec = 7", "MAX_VALID_TIME_SPEED_MEASUREMENT = 8"},
                matrix_lines({}))},
         {"Enable_ReactionWheel_All_Idle_Mode", [](auto& d) { d.Enable_ReactionWheel_All_Idle_Mode(); }, "b00c 0000", "",
          "Enable All Reaction Wheel Idle Mode"},
-        {"Set_ReactionWheel_Torque",
-         [](auto& d) {
-             d.Set_ReactionWheel_Torque({1, 2, 3});
-         },
-         "b00d 0c00" + one_two_three, "", "Set Reaction Wheel Torque Target", torque_lines},
-        {"Get_ReactionWheel_Torque",
-         [](auto& d) {
-             ZAVRA_100_Vector3_float torque;
-             d.Get_ReactionWheel_Torque(&torque);
-         },
-         "b00e 0000", one_two_three, "Get Reaction Wheel Torque Target", torque_lines},
+        {"Set_ReactionWheel_Torque", [](auto& d) { d.Set_ReactionWheel_Torque(xyz); }, "b00d 0c00" + one_two_three, "",
+         "Set Reaction Wheel Torque Target", torque_lines},
+        {"Get_ReactionWheel_Torque", read(&Device::Get_ReactionWheel_Torque), "b00e 0000", one_two_three,
+         "Get Reaction Wheel Torque Target", torque_lines},
     });
 }
 
 TEST_F(Command_Test, magnetorquer_commands)
 {
     check({
-        {"Set_Magnettorquer_All_Dipole_Moments",
-         [](auto& d) {
-             d.Set_Magnettorquer_All_Dipole_Moments({1, 2, 3});
-         },
+        {"Set_Magnettorquer_All_Dipole_Moments", [](auto& d) { d.Set_Magnettorquer_All_Dipole_Moments(xyz); },
          "b101 0c00" + one_two_three, "", "Set Dipole Moment of All Magnetorquers", moment_lines},
-        {"Get_Magnettorquer_All_Dipole_Moments",
-         [](auto& d) {
-             ZAVRA_100_Vector3_float moment;
-             d.Get_Magnettorquer_All_Dipole_Moments(&moment);
-         },
-         "b102 0000", one_two_three, "Get Dipole Moments of All Magnetorquers", moment_lines},
+        {"Get_Magnettorquer_All_Dipole_Moments", read(&Device::Get_Magnettorquer_All_Dipole_Moments), "b102 0000",
+         one_two_three, "Get Dipole Moments of All Magnetorquers", moment_lines},
         {"Suspend_All_Magnettorquers", [](auto& d) { d.Suspend_All_Magnettorquers(); }, "b103 0000", "",
          "Suspend All Magnetorquers"},
         {"Resume_All_Magnettorquers", [](auto& d) { d.Resume_All_Magnettorquers(); }, "b104 0000", "",
@@ -182,24 +161,12 @@ TEST_F(Command_Test, magnetorquer_commands)
         {"Set_Magnettorquer_Parameters", [](auto& d) { d.Set_Magnettorquer_Parameters(magnetorquers); },
          "b105 5400" + magnetorquer_payload, "", "Set Dipole Moment of All Magnetorquers",
          magnetorquer_lines("ZAVRA_100_PID_Controller_Parameters", "XYZ")},
-        {"Get_Magnettorquer_Parameters",
-         [](auto& d) {
-             ZAVRA_100_Magnetorquer_Parameters parameters;
-             d.Get_Magnettorquer_Parameters(&parameters);
-         },
-         "b106 0000", magnetorquer_payload, "Get Magnetorquer Parameters",
-         magnetorquer_lines("ZAVRA_100_Magnettorquer_Parameters", "xyz")},
-        {"Set_Magnettorquer_All_Currents",
-         [](auto& d) {
-             d.Set_Magnettorquer_All_Currents({1, 2, 3});
-         },
+        {"Get_Magnettorquer_Parameters", read(&Device::Get_Magnettorquer_Parameters), "b106 0000", magnetorquer_payload,
+         "Get Magnetorquer Parameters", magnetorquer_lines("ZAVRA_100_Magnettorquer_Parameters", "xyz")},
+        {"Set_Magnettorquer_All_Currents", [](auto& d) { d.Set_Magnettorquer_All_Currents(xyz); },
          "b107 0c00" + one_two_three, "", "Set Currents of All Magnetorquers", current_lines},
-        {"Get_Magnettorquer_All_Currents",
-         [](auto& d) {
-             ZAVRA_100_Vector3_float current;
-             d.Get_Magnettorquer_All_Currents(&current);
-         },
-         "b108 0000", one_two_three, "Get Currents of All Magnetorquers", current_lines},
+        {"Get_Magnettorquer_All_Currents", read(&Device::Get_Magnettorquer_All_Currents), "b108 0000", one_two_three,
+         "Get Currents of All Magnetorquers", current_lines},
     });
 }
 

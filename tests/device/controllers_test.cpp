@@ -17,23 +17,17 @@ Lines dump_of(const std::string& title, const Lines& names)
     return lines;
 }
 
-/// Reads a record that the case's dump shows.
-template <class... Parameter, class... Argument>
-std::function<void(ZAVRA_100&)> read(void (ZAVRA_100::*method)(Parameter...), Argument... arguments)
-{
-    using Record = std::remove_pointer_t<std::tuple_element_t<sizeof...(Argument), std::tuple<Parameter...>>>;
-    return [=](ZAVRA_100& device) {
-        Record record;
-        (device.*method)(arguments..., &record);
-    };
-}
+using Device = ZAVRA_100;
+constexpr unsigned char axis = 7;
 
 }
 
 TEST_F(Command_Test, single_axis_controller_commands)
 {
-    using Device = ZAVRA_100;
     const std::string pid = Payload().f32_range(1, 5).u32(6).u64(7).hexadecimal();
+    static constexpr ZAVRA_100_PID_Controller_Parameters pid_parameters{1, 2, 3, 4, 5, 6, 7};
+    static constexpr ZAVRA_100_Cascaded_PID_Controller_Parameters cascaded_parameters{1, 2, 3, 4,  5,  6,
+                                                                                      7, 8, 9, 10, 11, 12};
     const Lines pid_lines = dump_of("ZAVRA_100_PID_Controller_Parameters",
                                     {"K_P", "K_I", "K_D", "K_AW", "TH_AW", "CTRL_ACTUATOR_CMD_IF", "UPDATE_INTERVAL"});
     const std::string cascaded = Payload().f32_range(1, 10).u32(11).u64(12).hexadecimal();
@@ -41,28 +35,24 @@ TEST_F(Command_Test, single_axis_controller_commands)
         Payload().f32_range(1, 7).u32(0).f32_range(9, 10).u32(11).u64(12).hexadecimal();
     check({
         {"Set_SingleAxis_AngularVelocity_Controller_Parameters",
-         [](auto& d) {
-             d.Set_SingleAxis_AngularVelocity_Controller_Parameters(7, {1, 2, 3, 4, 5, 6, 7});
-         },
+         [](auto& d) { d.Set_SingleAxis_AngularVelocity_Controller_Parameters(axis, pid_parameters); },
          "c011 2100 07" + pid, "", "Set Single-Axis Angular Velocity Controller PID Parameters", pid_lines},
         {"Get_SingleAxis_AngularVelocity_Controller_Parameters",
-         read(&Device::Get_SingleAxis_AngularVelocity_Controller_Parameters, static_cast<unsigned char>(7)),
-         "c012 0100 07", pid, "Get Single-Axis Angular Velocity Controller PID Parameters", pid_lines},
+         read(&Device::Get_SingleAxis_AngularVelocity_Controller_Parameters, axis), "c012 0100 07", pid,
+         "Get Single-Axis Angular Velocity Controller PID Parameters", pid_lines},
         {"Start_SingleAxis_AngularVelocity_Controller",
          [](auto& d) { d.Start_SingleAxis_AngularVelocity_Controller(7, 1); }, "c013 0500 07 3f800000", "",
          "Start Single-Axis Angular Velocity Controller"},
         {"Stop_SingleAxis_AngularVelocity_Controller", [](auto& d) { d.Stop_SingleAxis_AngularVelocity_Controller(7); },
          "c014 0100 07", "", "Stop Single-Axis Angular Velocity Controller"},
         {"Set_SingleAxis_AngleStep_Controller_Parameters",
-         [](auto& d) {
-             d.Set_SingleAxis_AngleStep_Controller_Parameters(7, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
-         },
+         [](auto& d) { d.Set_SingleAxis_AngleStep_Controller_Parameters(axis, cascaded_parameters); },
          "c011 3500 07" + cascaded_as_sent, "", "Set Single-Axis Angle Step Controller Cascaded PID Parameters",
          dump_of("ZAVRA_100_BDot_Controller_Parameters",
                  {"K_P_IN", "K_I_IN", "K_D_IN", "K_AW_IN", "TH_AW_IN", "K_P_OUT", "K_I_OUT", "K_D_OUT", "K_AW_OUT",
                   "TH_AW_OUT", "CTRL_ACTUATOR_CMD_IF", "UPDATE_INTERVAL"})},
         {"Get_SingleAxis_AngleStep_Controller_Parameters",
-         read(&Device::Get_SingleAxis_AngleStep_Controller_Parameters, static_cast<unsigned char>(7)),
+         read(&Device::Get_SingleAxis_AngleStep_Controller_Parameters, axis),
          "c012 0100 07",
          cascaded,
          "Get Single-Axis Angular Velocity Controller PID Parameters",
@@ -78,8 +68,11 @@ TEST_F(Command_Test, single_axis_controller_commands)
 
 TEST_F(Command_Test, three_axis_controller_commands)
 {
-    using Device = ZAVRA_100;
     const std::string bdot = Payload().f32(1).u32(2).u64(3).hexadecimal();
+    static constexpr ZAVRA_100_BDot_Controller_Parameters bdot_parameters{1, 2, 3};
+    static constexpr ZAVRA_100_SunPointing_Controller_Parameters sun_parameters{
+        1, {2, 3, 4, 5, 6, 7, 8, 9, 10}, {11, 12, 13}, 14, 15};
+    static constexpr ZAVRA_100_Sliding_Controller_Parameters sliding_parameters{1, 2, 3, 4};
     const Lines bdot_lines =
         dump_of("ZAVRA_100_BDot_Controller_Parameters", {"K", "CTRL_ACTUATOR_CMD_IF", "UPDATE_INTERVAL"});
     const std::string sun = Payload().f32_range(1, 13).u32(14).u64(15).hexadecimal();
@@ -92,33 +85,25 @@ TEST_F(Command_Test, three_axis_controller_commands)
         dump_of("ZAVRA_100_Sliding_Controller_Parameters", {"K_1", "K_2", "CTRL_ACTUATOR_CMD_IF", "UPDATE_INTERVAL"});
     check({
         {"Set_ThreeAxis_BDot_Controller_Max_Parameters",
-         [](auto& d) {
-             d.Set_ThreeAxis_BDot_Controller_Max_Parameters({1, 2, 3});
-         },
-         "c051 1000" + bdot, "", "Set Three-Axis B-Dot Controller Max Parameters", bdot_lines},
+         [](auto& d) { d.Set_ThreeAxis_BDot_Controller_Max_Parameters(bdot_parameters); }, "c051 1000" + bdot, "",
+         "Set Three-Axis B-Dot Controller Max Parameters", bdot_lines},
         {"Get_ThreeAxis_BDot_Controller_Max_Parameters", read(&Device::Get_ThreeAxis_BDot_Controller_Max_Parameters),
          "c052 0000", bdot, "Get Three-Axis B-Dot Controller Max Parameters", bdot_lines},
         {"Set_ThreeAxis_BDot_Controller_Proportional_Parameters",
-         [](auto& d) {
-             d.Set_ThreeAxis_BDot_Controller_Proportional_Parameters({1, 2, 3});
-         },
-         "c053 1000" + bdot, "", "Set Three-Axis B-Dot Controller Proportional Parameters", bdot_lines},
+         [](auto& d) { d.Set_ThreeAxis_BDot_Controller_Proportional_Parameters(bdot_parameters); }, "c053 1000" + bdot,
+         "", "Set Three-Axis B-Dot Controller Proportional Parameters", bdot_lines},
         {"Get_ThreeAxis_BDot_Controller_Proportional_Parameters",
          read(&Device::Get_ThreeAxis_BDot_Controller_Proportional_Parameters), "c054 0000", bdot,
          "Get Three-Axis B-Dot Controller Max Parameters", bdot_lines},
         {"Set_ThreeAxis_SunPointing_Controller_Parameters",
-         [](auto& d) {
-             d.Set_ThreeAxis_SunPointing_Controller_Parameters({1, {2, 3, 4, 5, 6, 7, 8, 9, 10}, {11, 12, 13}, 14, 15});
-         },
-         "c061 4000" + sun, "", "Set Three-Axis Sun Pointing Controller Parameters", sun_lines},
+         [](auto& d) { d.Set_ThreeAxis_SunPointing_Controller_Parameters(sun_parameters); }, "c061 4000" + sun, "",
+         "Set Three-Axis Sun Pointing Controller Parameters", sun_lines},
         {"Get_ThreeAxis_SunPointing_Controller_Parameters",
          read(&Device::Get_ThreeAxis_SunPointing_Controller_Parameters), "c062 0000", sun,
          "Get Three-Axis Sun Pointing Controller Parameters", sun_lines},
         {"Set_ThreeAxis_Sliding_Controller_Parameters",
-         [](auto& d) {
-             d.Set_ThreeAxis_Sliding_Controller_Parameters({1, 2, 3, 4});
-         },
-         "c081 1400" + sliding, "", "Set Three-Axis Sliding Controller Parameters", sliding_lines},
+         [](auto& d) { d.Set_ThreeAxis_Sliding_Controller_Parameters(sliding_parameters); }, "c081 1400" + sliding, "",
+         "Set Three-Axis Sliding Controller Parameters", sliding_lines},
         {"Get_ThreeAxis_Sliding_Controller_Parameters", read(&Device::Get_ThreeAxis_Sliding_Controller_Parameters),
          "c082 0000", sliding, "Get Three-Axis Sliding Controller Parameters", sliding_lines},
     });
