@@ -13,6 +13,8 @@ namespace
 {
 
 constexpr unsigned int alive = 1;
+constexpr unsigned int magnetorquers_suspended = 0;
+constexpr unsigned int magnetorquers_active = 1;
 constexpr float bus_voltage_v = 5.0F;
 constexpr float unit_current_a = 0.19F;
 
@@ -109,8 +111,22 @@ ZAVRA_100_Sensor_Telemetry Telemetry::sensor() const
 
 ZAVRA_100_Actuator_Telemetry Telemetry::actuator() const
 {
+    const Actuators& actuators = parts_.actuators;
     ZAVRA_100_Actuator_Telemetry t{};
     t.epoch_time_msec = parts_.time.epoch_msec();
+    const auto target = actuators.wheel_targets_radps();
+    store({target.x, target.y, target.z}, t.reactionwheel_target_x_radps, t.reactionwheel_target_y_radps,
+          t.reactionwheel_target_z_radps);
+    store({target.u, target.v, target.w}, t.reactionwheel_target_u_radps, t.reactionwheel_target_v_radps,
+          t.reactionwheel_target_w_radps);
+    const auto speed = actuators.wheel_speeds_radps();
+    store({speed.x, speed.y, speed.z}, t.reactionwheel_current_speed_x_radps, t.reactionwheel_current_speed_y_radps,
+          t.reactionwheel_current_speed_z_radps);
+    store({speed.u, speed.v, speed.w}, t.reactionwheel_current_speed_u_radps, t.reactionwheel_current_speed_v_radps,
+          t.reactionwheel_current_speed_w_radps);
+    store(actuators.dipole_moment_am2(), t.magnetorquers_target_dipole_moment_x_am2,
+          t.magnetorquers_target_dipole_moment_y_am2, t.magnetorquers_target_dipole_moment_z_am2);
+    t.magnetorquers_current_state = actuators.settings.suspended ? magnetorquers_suspended : magnetorquers_active;
     return t;
 }
 
