@@ -35,7 +35,7 @@ struct Text
 }; ///< char array; all but its last element travels, the last one holds the terminator.
 struct Raw_Text
 {
-}; ///< char array; every element travels, the terminator too.
+}; ///< char array; every element travels, the terminator too. Prints ": ascii = " before the text.
 struct Character
 {
 }; ///< Prints the byte itself where a number would be expected.
