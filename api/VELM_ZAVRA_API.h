@@ -184,6 +184,43 @@ public:
     /// @name Star tracker and orbit module
     /// @{
 
+    /// @param quaternion  attitude that the star tracker is to report; its epoch time is not sent
+    void Set_Startracker_Quaternion(VELM_ZAVRA_API_STARTRACKER_QUATERNION quaternion);
+    /// Reports its failures with the words of Set_Startracker_Quaternion.
+    VELM_ZAVRA_API_STARTRACKER_QUATERNION Get_Startracker_Quaternion();
+
+    /// Mind that only 23 bytes of the x values and 23 bytes of the y values are passed on: events 0 to 4 whole, of
+    /// event 5 the three low-order bytes of each value (the high byte is 0), and zeros for events 6 to 22.
+    VELM_ZAVRA_API_STARTRACKER_EVENT_LIST Get_Startracker_Event_List();
+
+    /// @param mode  cut to 8 bits
+    void Set_Startracker_Operation_Mode(VELM_ZAVRA_API_STARTRACKER_OPERATING_MODE mode);
+    VELM_ZAVRA_API_STARTRACKER_OPERATING_MODE Get_Startracker_Operation_Mode();
+
+    /// Passes a command in the star tracker's own protocol through the unit.
+    /// @param data    the command's bytes; may be null when length is 0
+    /// @param length  0 to 512
+    void Send_Startracker_Native_Command(unsigned char* data, unsigned int length);
+    /// @return not 0 while a native reply waits to be read
+    unsigned int Check_For_Startracker_Native_Reply();
+    /// Reads one byte of the native reply.
+    /// @param data    data[0] receives the byte
+    /// @param length  not used
+    void Read_Startracker_Native_Reply(unsigned char* data, unsigned int length);
+
+    /// Loads a two-line element set into the orbit module; parse_TLE_file() reads one from a file.
+    /// @param tle_data  sent as it stands; the unit checks it
+    /// @return the unit's result code, which is not judged here; from the simulated unit 0 when the elements are
+    ///         accepted, otherwise one of the codes in simulator/orbit/tle.h
+    unsigned char Init_Orbit_Module(VELM_ZAVRA_API_ORBIT_TLE_DATA tle_data);
+    VELM_ZAVRA_API_ORBIT_PROPAGATION_DATA Get_Orbit_Data();
+
+    /// Reads the first 69 characters of the lines of a file that start with "1" and "2", up to the first line of the
+    /// latter kind; other lines are skipped. The unit is not involved, and the characters are not checked.
+    /// @return what was found; data.status says whether it is complete
+    /// @throws VELM_ZAVRA_API_Exception when the file cannot be opened
+    VELM_ZAVRA_API_TLE_FILE_DATA parse_TLE_file(char* file_name);
+
     /// @}
     /// @name Actuators
     /// Nothing is converted: speeds are in rad/s, not rpm. A value outside the enumeration is refused in the speed and
