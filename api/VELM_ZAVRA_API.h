@@ -318,7 +318,55 @@ public:
 
     /// @}
     /// @name Operation modes, target pointing and Kalman filter
+    /// A mode that is started ends the one before it. The unit has one stop for every mode: any stop operation ends
+    /// whichever mode is running, and only the words of its failure are its own.
     /// @{
+
+    void Set_Operation_Mode_Idle();
+    void Set_Operation_Mode_Safe();
+    void Set_Operation_Mode_Measurement();
+
+    /// @throws VELM_ZAVRA_API_Exception when the start time is later than the stop time; nothing is sent then
+    void Start_Operation_Mode_Detumbling(VELM_ZAVRA_API_DETUMBLING_MODE_PARAMETERS parameters);
+    void Stop_Operation_Mode_Detumbling();
+
+    /// @throws VELM_ZAVRA_API_Exception when the start time is later than the stop time; nothing is sent then
+    void Start_Operation_Mode_Sun_Pointing(VELM_ZAVRA_API_SUN_POINTING_MODE_PARAMETERS parameters);
+    void Stop_Operation_Mode_Sun_Pointing();
+
+    /// Points at a spot that moves over the Earth.
+    /// @throws VELM_ZAVRA_API_Exception when the start time is later than the stop time, or a latitude is not within
+    ///         +-pi/2, or a longitude not within +-pi; nothing is sent then. Angles are compared in double precision,
+    ///         so that the floats nearest to pi/2 and pi, which are larger, are out. NaN is not detected.
+    void Start_Target_Pointing_Earth_Const_Velocity_Mode(
+        VELM_ZAVRA_API_TARGET_POINTING_CONST_VELOCITY_MODE_PARAMETERS parameters);
+    void Stop_Target_Pointing_Earth_Const_Velocity_Mode();
+
+    /// Points at a spot that stays where it is on the Earth.
+    /// @throws VELM_ZAVRA_API_Exception when the latitude is not within +-pi/2, or the longitude not within +-pi,
+    /// tested
+    ///         as for the moving spot; nothing is sent then
+    void Start_Target_Pointing_Earth_Fix_Mode(VELM_ZAVRA_API_TARGET_POINTING_FIXED_MODE_PARAMETERS parameters);
+    void Stop_Target_Pointing_Earth_Fix_Mode();
+
+    /// Points straight down. The parameters are not checked.
+    void Start_Target_Pointing_Nadir_Mode(VELM_ZAVRA_API_TARGET_POINTING_NADIR_MODE_PARAMETERS parameters);
+    void Stop_Target_Pointing_Nadir_Mode();
+
+    /// Points in a fixed inertial direction. The parameters are not checked, the times neither.
+    void Start_Target_Pointing_Inertial_Mode(VELM_ZAVRA_API_TARGET_POINTING_INERTIAL_MODE_PARAMETERS parameters);
+    void Stop_Target_Pointing_Inertial_Mode();
+
+    /// @return the target that was started last
+    VELM_ZAVRA_API_TARGET_POINTING_TARGET_PARAMETERS_TELEMETRY Get_Target_Pointing_Target_Parameters_Telemetry();
+    /// @return the parameters that target pointing works with
+    VELM_ZAVRA_API_TARGET_POINTING_OPERATION_PARAMETERS_TELEMETRY Get_Target_Pointing_Operation_Parameters_Telemetry();
+    /// @return how far target pointing has come
+    VELM_ZAVRA_API_TARGET_POINTING_OPERATION_DATA_TELEMETRY Get_Target_Pointing_Operation_Data_Telemetry();
+    void Set_Target_Pointing_Operation_Parameters(VELM_ZAVRA_API_TARGET_POINTING_OPERATION_PARAMETERS parameters);
+
+    void Set_Kalman_Filter_Parameters(VELM_ZAVRA_API_KALMAN_FILTER_PARAMETERS parameters);
+    VELM_ZAVRA_API_KALMAN_FILTER_PARAMETERS Get_Kalman_Filter_Parameters();
 
     /// @}
 

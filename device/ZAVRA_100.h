@@ -334,7 +334,40 @@ public:
 
     /// @}
     /// @name Operation modes, target pointing and Kalman filter
+    /// No method checks its arguments. The unit has one stop for every mode, so that any stop method ends whichever
+    /// mode is running; only their failures differ.
     /// @{
+
+    void Set_OperationMode_Safe();
+    void Set_OperationMode_Idle();
+    void Set_OperationMode_Measurement();
+
+    void Start_OperationMode_Detumbling(ZAVRA_100_Detumbling_Mode_Parameters parameters);
+    void Stop_OperationMode_Detumbling();
+    void Start_OperationMode_Sun_Pointing(ZAVRA_100_SunPointing_Mode_Parameters parameters);
+    void Stop_OperationMode_Sun_Pointing();
+
+    void
+    Start_TargetPointing_Earth_Const_Velocity_Mode(ZAVRA_100_Earth_TargetPointing_Const_Velocity_Parameters parameters);
+    void Stop_TargetPointing_Earth_Const_Velocity_Mode();
+    void Start_TargetPointing_Earth_Fix_Mode(ZAVRA_100_Earth_TargetPointing_Fixed_Parameters parameters);
+    void Stop_TargetPointing_Earth_Fix_Mode();
+    void Start_TargetPointing_Nadir_Mode(ZAVRA_100_NadirPointing_Parameters parameters);
+    void Stop_TargetPointing_Nadir_Mode();
+    /// With degree 6 the base quaternion is sent as the constant terms of polynomials of that degree; any other degree
+    /// is sent as 0, with the base quaternion alone.
+    void Start_TargetPointing_Inertial_Mode(ZAVRA_100_TargetPointing_Inertial_Parameters parameters);
+    void Stop_TargetPointing_Inertial_Mode();
+
+    void
+    Get_TargetPointing_Target_Parameters_Telemetry(ZAVRA_100_TargetPointing_Target_Parameters_Telemetry* telemetry);
+    void Get_TargetPointing_Operation_Parameters_Telemetry(
+        ZAVRA_100_TargetPointing_Operation_Parameters_Telemetry* telemetry);
+    void Get_TargetPointing_Operation_Data_Telemetry(ZAVRA_100_TargetPointing_Operation_Data_Telemetry* telemetry);
+    void Set_TargetPointing_Operation_Parameters(ZAVRA_100_TargetPointing_Operation_Parameters parameters);
+
+    void Set_KalmanFilter_Parameters(ZAVRA_100_KalmanFilter_Parameters parameters);
+    void Get_KalmanFilter_Parameters(ZAVRA_100_KalmanFilter_Parameters* parameters);
 
     /// @}
 
