@@ -32,6 +32,14 @@ Entry entry(const Command<Result(Argument...)>& command)
             {request_layout(command), response_layout(command)}};
 }
 
+Entry entry(const Command<void(Native_Bytes)>& command)
+{
+    return {command.identifier,
+            command.method,
+            {"any number of", "-"},
+            {Layout{{"0", "all", "bytes", command.argument_names[0].name, ""}}, {}}};
+}
+
 std::string anchor(const Entry& entry)
 {
     std::string name = entry.method;

@@ -24,9 +24,11 @@ done
 
 "$programs/first_contact"
 "$programs/registers" "$(dirname "$0")/zavra_sim_registers.ini"
+"$programs/orbit" "$(dirname "$0")/iss.tle"
 
 kill "$simulator"
 wait "$simulator"
 simulator=
 echo "Shown: an application constructed VELM_ZAVRA_API, reached a unit over a bus, read its telemetry and set its clock."
 echo "Shown: the unit named the error of a damaged request, and cleared it."
+echo "Shown: the unit took a satellite's elements from a TLE file and told where it is at the time its clock was set to."

@@ -38,7 +38,9 @@ public:
     /// Takes a request frame: checks it, executes it and holds the reply for the reads that follow.
     int write(std::span<const unsigned char> bytes) override;
 
-    /// Gives the reply to the last request; FF bytes beyond it, or without one.
+    /// Gives the reply to the last request; FF bytes beyond it, or without one. Where that request was one for the star
+    /// tracker's native channel, its reply is given once, and each further read takes the next bytes of the native
+    /// reply.
     int read(std::vector<unsigned char>& bytes) override;
 
     /// Executes a command without the bus: at once, uncounted, and the reply that is held for the bus stays.
@@ -69,6 +71,7 @@ private:
     std::mutex mutex_;
     Command_Table commands_;
     std::vector<Command_Table::Octets> replies_;
+    bool native_channel_ = false; ///< the last request was one for the star tracker's native channel
     Clock::Time ready_{0};
 
 public:

@@ -148,6 +148,22 @@ const Json& member(const Json& object, const std::string& name, const std::strin
 namespace
 {
 
+using Native_Command = Command<void(Native_Bytes)>;
+
+Json decode_request(const Native_Command& command, std::span<const unsigned char> payload)
+{
+    return {{command.argument_names[0].name, json::hexadecimal(payload)}};
+}
+
+std::vector<unsigned char> encode_request(const Native_Command& command, const Json& arguments)
+{
+    const char* name = command.argument_names[0].name;
+    json::expect_object(arguments, command.method);
+    if (arguments.size() > 1)
+        json::fail(command.method, "has arguments that it does not know: " + arguments.dump());
+    return json::to_bytes(json::member(arguments, name, command.method), std::string(command.method) + '.' + name);
+}
+
 template <std::size_t i>
 constexpr Described_Command described()
 {
@@ -156,6 +172,7 @@ constexpr Described_Command described()
             command.method,
             command.action,
             command.request_size,
+            std::same_as<std::remove_cvref_t<decltype(command)>, Native_Command>,
             command.response_size,
             [](std::span<const unsigned char> payload) { return decode_request(command, payload); },
             [](std::span<const unsigned char> payload) { return decode_response(command, payload); },
@@ -186,7 +203,7 @@ std::vector<const Described_Command*> find_requests(unsigned short identifier, s
 {
     std::vector<const Described_Command*> found;
     for (const Described_Command& command : all)
-        if (command.identifier == identifier && command.request_size == request_size)
+        if (command.identifier == identifier && (command.any_request_size || command.request_size == request_size))
             found.push_back(&command);
     return found;
 }

@@ -245,6 +245,7 @@ struct Described_Command
     const char* method;
     const char* action;
     std::size_t request_size;
+    bool any_request_size;     ///< the bytes of a native star tracker command, as many as there are
     std::size_t response_size; ///< 0 for a command without a response
     Json (*decode_request)(std::span<const unsigned char> payload);
     Json (*decode_response)(std::span<const unsigned char> payload);

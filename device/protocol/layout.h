@@ -12,7 +12,7 @@ namespace zavra
 struct Layout_Row
 {
     std::string offset; ///< "4", or "4 + 8i" for the elements of an array of records
-    std::size_t size;
+    std::string size;
     std::string type; ///< such as "u32", "f32[3]", "text"
     std::string field;
     std::string unit;
@@ -55,7 +55,8 @@ template <class T>
 void add(Layout& rows, const Place& place)
 {
     const auto row = [&](std::size_t size, const std::string& type) {
-        rows.push_back({std::to_string(place.offset) + place.stride, size, type, place.prefix, place.unit});
+        rows.push_back(
+            {std::to_string(place.offset) + place.stride, std::to_string(size), type, place.prefix, place.unit});
     };
     if constexpr (Record<T>) {
         T record{};
@@ -94,7 +95,8 @@ void add_list(Layout& rows, const List& list_of_fields, Place place)
         else if constexpr (requires { field.value; })
             add_field(rows, field, place);
         else
-            rows.push_back({std::to_string(place.offset) + place.stride, F::size, "bytes", "(no field)", ""});
+            rows.push_back(
+                {std::to_string(place.offset) + place.stride, std::to_string(F::size), "bytes", "(no field)", ""});
         place.offset += field_wire_size<F>();
     });
 }
