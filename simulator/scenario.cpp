@@ -1,5 +1,6 @@
 #include "scenario.h"
 
+#include "../device/protocol/startracker_orbit.h"
 #include "../device/protocol/vectors.h"
 
 #include <algorithm>
@@ -60,6 +61,25 @@ Clock::Time seconds(const Json& value, const std::string& where)
     if (!(msec >= 0 && msec <= 1e15))
         json::fail(where, "expected a number of seconds, got " + value.dump());
     return Clock::Time(static_cast<Clock::Time::rep>(msec));
+}
+
+std::function<void(Test_Bench::Unit&)> startracker_action(const Json& seen)
+{
+    ZAVRA_100_REDUCED_STARTRACKER_EVENT_LIST list;
+    list.header = 0;
+    if (!seen.is_array() || seen.size() > max_events)
+        json::fail("startracker_events", "expected at most " + std::to_string(max_events) + " pairs [x, y]");
+    list.num_event = static_cast<unsigned char>(seen.size());
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+        int event[2];
+        from_json(seen[i], event, "startracker_events[" + std::to_string(i) + ']');
+        list.xisf[i] = event[0];
+        list.yisf[i] = event[1];
+    }
+    return [list](Test_Bench::Unit& bench_unit) {
+        const auto guard = bench_unit.unit.lock();
+        bench_unit.unit.parts.startracker_orbit.event_list = list;
+    };
 }
 
 std::function<void(Test_Bench::Unit&)> command_action(const std::string& method, const Json& arguments)
@@ -132,6 +152,8 @@ Scenario::Event Scenario::event(const Json& source)
             change(bench_unit.world, changes);
         });
     }
+    if (const Json* seen = take("startracker_events"))
+        event.actions.push_back(startracker_action(*seen));
     if (const Json* command = take("command")) {
         const Json* arguments = take("arguments");
         event.actions.push_back(command_action(json::to_text(*command, 1000, "command"),

@@ -15,6 +15,7 @@ namespace zavra
 /// of simulated time and `address` for one unit only, and then
 ///
 ///     world = { magnetic_field_t = { x = 2e-5 } }           what it measures from now on; what is not named stays
+///     startracker_events = [[120, -40], [7, 311]]           x and y of what the star tracker sees from now on
 ///     command = "Set_Epoch_Time"                            executed as if it had come over the bus
 ///     arguments = { epoch_time_msec = 1000 }                all of its arguments
 ///     fault = "crc"                                         once

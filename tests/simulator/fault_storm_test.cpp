@@ -1,3 +1,7 @@
+#include "api/like_actuators.h"
+#include "api/like_controllers.h"
+#include "api/like_modes.h"
+#include "api/like_sensors.h"
 #include "device/protocol/crc8.h"
 #include "device/protocol/json.h"
 #include "simulator/bus_server.h"
@@ -9,6 +13,7 @@
 #include <VELM_ZAVRA_API.h>
 #include <ZAVRA_100.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <functional>
 #include <mutex>
@@ -28,6 +33,7 @@ struct Setting
 {
     const Described_Command* setter;
     const Described_Command* getter;
+    Octets index;            ///< which of the unit's sensors or axes, where it says
     std::string set_failure; ///< what the messages start with
     std::string get_failure;
     std::function<void(Api&, const Octets&)> set;
@@ -35,34 +41,72 @@ struct Setting
 };
 
 template <class Value, class Set, class Get>
-Setting setting(const std::string& method, const std::string& words, Set set, Get get)
+Setting setting(const std::string& method, const std::string& set_words, const std::string& get_words, Set set, Get get,
+                const Octets& index = {})
 {
     const auto* setter = find_command("Set_" + method);
     const auto* getter = find_command("Get_" + method);
     return {setter,
             getter,
-            "Failed to set " + words + " (Failed to " + setter->action + " (",
-            "Failed to get " + words + " (Failed to " + getter->action + " (",
+            index,
+            "Failed to " + set_words + " (Failed to " + setter->action + " (",
+            "Failed to " + get_words + " (Failed to " + getter->action + " (",
             [set](Api& api, const Octets& bytes) { std::invoke(set, api, unpack<Value>(bytes.data())); },
             [get](Api& api) {
                 Octets bytes(wire_size<Value>);
-                pack(bytes.data(), std::invoke(get, api));
+                pack(bytes.data(), static_cast<Value>(std::invoke(get, api)));
                 return bytes;
             }};
 }
 
+/// At least one of every group of commands.
 std::vector<Setting> settings()
 {
     using Msec = unsigned long long;
+    constexpr auto gyro = VELM_ZAVRA_API_GYRO_1;
+    constexpr auto axis = VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS(1);
+    using Gyro = VELM_ZAVRA_API_GYROSCOPE_PARAMETERS;
+    using Single = decltype(std::declval<Api>().Get_SingleAxis_AngularVelocity_Controller_Parameters(axis));
     return {
-        setting<unsigned int>("System_Scheduler_Register", "system scheduler register",
-                              &Api::Set_System_Scheduler_Register, &Api::Get_System_Scheduler_Register),
-        setting<unsigned int>("HIL_Configuration", "hil configuration", &Api::Set_HIL_Configuration,
-                              &Api::Get_HIL_Configuration),
-        setting<Msec>("Temperature_Update_Interval", "temperature update interval",
-                      &Api::Set_Temperature_Update_Interval, &Api::Get_Temperature_Update_Interval),
-        setting<Msec>("Power_Update_Interval", "power update interval", &Api::Set_Power_Update_Interval,
-                      &Api::Get_Power_Update_Interval),
+        setting<unsigned int>("System_Scheduler_Register", "set system scheduler register",
+                              "get system scheduler register", &Api::Set_System_Scheduler_Register,
+                              &Api::Get_System_Scheduler_Register),
+        setting<unsigned int>("HIL_Configuration", "set hil configuration", "get hil configuration",
+                              &Api::Set_HIL_Configuration, &Api::Get_HIL_Configuration),
+        setting<Msec>("Temperature_Update_Interval", "set temperature update interval",
+                      "get temperature update interval", &Api::Set_Temperature_Update_Interval,
+                      &Api::Get_Temperature_Update_Interval),
+        setting<Msec>("Power_Update_Interval", "set power update interval", "get power update interval",
+                      &Api::Set_Power_Update_Interval, &Api::Get_Power_Update_Interval),
+        setting<Gyro>(
+            "Gyro_Parameters", "set gyro parameters", "get gyro parameters",
+            [](Api& api, const Gyro& value) { api.Set_Gyro_Parameters(gyro, value); },
+            [](Api& api) { return api.Get_Gyro_Parameters(gyro); }, {1}),
+        setting<unsigned char>(
+            "Startracker_Operation_Mode", "set star tracker operation mode", "get star tracker operation mode",
+            [](Api& api, unsigned char mode) {
+                api.Set_Startracker_Operation_Mode(VELM_ZAVRA_API_STARTRACKER_OPERATING_MODE(mode));
+            },
+            &Api::Get_Startracker_Operation_Mode),
+        setting<VELM_ZAVRA_API_MAGNETORQUER_PARAMETERS>(
+            "Magnettorquer_Parameters", "set magnettorquer parameters", "get magnettorquer single parameters",
+            &Api::Set_Magnettorquer_Parameters, &Api::Get_Magnettorquer_Parameters),
+        // Its request is that of another getter, too.
+        setting<Single>(
+            "SingleAxis_AngularVelocity_Controller_Parameters",
+            "Set Single-Axis Angular Velocity Controller Parameters",
+            "Get Single-Axis Angular Velocity Controller Parameters",
+            [](Api& api, const Single& value) {
+                api.Set_SingleAxis_AngularVelocity_Controller_Parameters(axis, value);
+            },
+            [](Api& api) { return api.Get_SingleAxis_AngularVelocity_Controller_Parameters(axis); }, {1}),
+        setting<VELM_ZAVRA_API_SUN_POINTING_CONTROLLER_PARAMETERS>(
+            "ThreeAxis_SunPointing_Controller_Parameters", "Set Three-Axis Sun-Pointing Controller Parameters",
+            "Get Three-Axis Sun-Pointing Controller Parameters", &Api::Set_ThreeAxis_SunPointing_Controller_Parameters,
+            &Api::Get_ThreeAxis_SunPointing_Controller_Parameters),
+        setting<VELM_ZAVRA_API_KALMAN_FILTER_PARAMETERS>(
+            "KalmanFilter_Parameters", "set Kalman filter parameters", "get Kalman filter parameters",
+            &Api::Set_Kalman_Filter_Parameters, &Api::Get_Kalman_Filter_Parameters),
     };
 }
 
@@ -122,7 +166,9 @@ private:
 
         Octets stored(const Setting& setting)
         {
-            return bench.unit().unit.command(setting.getter->identifier, {}).replies.at(0);
+            const auto replies = bench.unit().unit.command(setting.getter->identifier, setting.index).replies;
+            return *std::find_if(replies.begin(), replies.end(),
+                                 [&](const Octets& reply) { return reply.size() == setting.getter->response_size; });
         }
 
         std::vector<Transaction> take_transactions()
@@ -148,7 +194,7 @@ private:
 
         void set(std::size_t which)
         {
-            Octets value(all[which].setter->request_size);
+            Octets value(all[which].getter->response_size);
             for (unsigned char& byte : value)
                 byte = static_cast<unsigned char>(random() & 0x3FU); // makes every float a number
             const std::string message = failure([&] { all[which].set(*api, value); });

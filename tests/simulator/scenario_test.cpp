@@ -28,6 +28,7 @@ TEST_F(Scenario_Test, what_is_written_happens_when_it_is_written)
         world = { temperature_degc = 40, angular_velocity_radps = { y = 0.5 } }
         [[event]]
         at = 1.5
+        startracker_events = [[120, -40], [7, 311]]
         command = "Set_System_Scheduler_Register"
         arguments = { scheduler_register = 0xCAFE }
         [[event]]
@@ -59,6 +60,8 @@ TEST_F(Scenario_Test, what_is_written_happens_when_it_is_written)
     EXPECT_EQ(written(10), 0);
     EXPECT_EQ(first.unit.parts.system.settings.scheduler_register, 0xCAFEU);
     EXPECT_EQ(first.unit.parts.system.counters.received_commands, 2U) << "a command of the scenario is not counted";
+    EXPECT_EQ(first.unit.parts.startracker_orbit.event_list.num_event, 2);
+    EXPECT_EQ(first.unit.parts.startracker_orbit.event_list.yisf[0], -40);
     time.advance(Clock::Time(999));
     EXPECT_EQ(written(10), 0);
     EXPECT_EQ(written(11), ETIMEDOUT);
@@ -83,6 +86,7 @@ TEST_F(Scenario_Test, what_makes_no_sense_is_refused_with_its_line)
         {"[[event]]\nfault = \"crc\"\nprobability = 2\n", "a number from 0 to 1"},
         {"[[event]]\nworld = { humidity = 1 }\n", "scenario.toml:1: world: has members that are none of its fields"},
         {"[[event]]\nworld = { temperature_degc = \"warm\" }\n", "world.temperature_degc: expected a number"},
+        {"[[event]]\nstartracker_events = [[1, 2, 3]]\n", "startracker_events[0]: expected an array of 2"},
         {"[[event]]\ncommand = \"Set_Everything\"\n", "there is no command \"Set_Everything\""},
         {"[[event]]\ncommand = \"Set_Epoch_Time\"\n", "Set_Epoch_Time: \"epoch_time_msec\" is missing"},
     };
