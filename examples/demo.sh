@@ -4,6 +4,7 @@
 set -euo pipefail
 
 programs=$1
+examples=$(dirname "$0")
 VELM_I2C_BUS_DIR=$(mktemp -d)
 export VELM_I2C_BUS_DIR
 
@@ -23,12 +24,13 @@ for _ in {1..100}; do
 done
 
 "$programs/first_contact"
-"$programs/registers" "$(dirname "$0")/zavra_sim_registers.ini"
-"$programs/orbit" "$(dirname "$0")/iss.tle"
+"$programs/registers" "$examples/zavra_sim_registers.ini"
+"$programs/sensors" "$examples/velm_zavra_dev_init.ini"
+"$programs/orbit" "$examples/iss.tle"
+"$programs/modes"
 
 kill "$simulator"
 wait "$simulator"
 simulator=
-echo "Shown: an application constructed VELM_ZAVRA_API, reached a unit over a bus, read its telemetry and set its clock."
-echo "Shown: the unit named the error of a damaged request, and cleared it."
-echo "Shown: the unit took a satellite's elements from a TLE file and told where it is at the time its clock was set to."
+echo "Shown: telemetry, a clock set, an error named and cleared, sensors configured from a file, an orbit propagated from a TLE and" \
+    "every operation mode, all through VELM_ZAVRA_API over a bus."
