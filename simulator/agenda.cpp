@@ -14,7 +14,12 @@ Clock::Time Agenda::elapsed() const
 Clock::Time Agenda::now() const
 {
     const Time::rep held = held_;
-    return held == not_held ? elapsed() : Time(held);
+    if (held != not_held)
+        return Time(held);
+    const Time time = elapsed();
+    for (Time::rep seen = latest_; seen < time.count() && !latest_.compare_exchange_weak(seen, time.count());)
+        ;
+    return time;
 }
 
 void Agenda::at(Time time, std::function<void()> action)
@@ -29,7 +34,7 @@ void Agenda::run_due()
     const Time time = elapsed();
     while (!entries_.empty() && entries_.begin()->first <= time) {
         const auto entry = entries_.extract(entries_.begin());
-        held_ = entry.key().count();
+        held_ = std::max(entry.key().count(), latest_.load());
         entry.mapped()();
     }
     held_ = not_held;

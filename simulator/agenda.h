@@ -17,7 +17,7 @@ public:
     explicit Agenda(const Clock& clock, double factor = 1) : clock_(clock), start_(clock.now()), factor_(factor) {}
 
     /// While an action runs, the time that the action was put down for, so that it does not depend on when somebody
-    /// looks.
+    /// looks; but never a time before one that was given already.
     Time now() const override;
 
     void at(Time time, std::function<void()> action);
@@ -34,6 +34,7 @@ private:
     std::multimap<Time, std::function<void()>> entries_;
     std::recursive_mutex mutex_; // an action may put down others
     std::atomic<Time::rep> held_ = not_held;
+    mutable std::atomic<Time::rep> latest_ = 0;
 
     static constexpr Time::rep not_held = -1;
 };

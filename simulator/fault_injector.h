@@ -54,7 +54,7 @@ public:
     /// No more faults, and those that last are over.
     void clear();
 
-    /// Told of each transaction when it is over.
+    /// Told of each transaction when it is over; it does not call the injector.
     void observe(std::function<void(const Transaction&)> observer);
 
     int write(std::span<const unsigned char> bytes) override;
