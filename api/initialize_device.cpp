@@ -1,17 +1,15 @@
 #include "VELM_ZAVRA_API.h"
 #include "like_sensors.h"
+#include "sensor_ini.h"
 
 #include "../device/debug.h"
 #include "../device/failure.h"
 
 #include <VELM_INIPARSER.h>
 
-#include <algorithm>
-#include <cctype>
 #include <cstdio>
 #include <iostream>
 #include <string>
-#include <string_view>
 
 using namespace zavra;
 
@@ -19,32 +17,6 @@ namespace
 {
 
 constexpr const char* separator = "--------------------------------------------------------------";
-
-/// "SENSOR_STDDEV_X" is the key sensor_stddev_x; the file has a name of its own for the mounting quaternion.
-std::string ini_key(std::string path)
-{
-    constexpr std::string_view quaternion = "QUATERNION_Q_";
-    if (path.starts_with(quaternion))
-        path.replace(0, quaternion.size(), "TF_QUATERNION_Q");
-    std::transform(path.begin(), path.end(), path.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return path;
-}
-
-/// Calls action(key, value) for every number of a record, in the order of the record's field list.
-template <class List, class Action>
-void for_each_key(const List& list, const std::string& path, const Action& action)
-{
-    for_each_field(list, [&](const auto& field) {
-        const std::string field_path = path + field.name;
-        if constexpr (requires { field.list; })
-            for_each_key(field.list, field_path + '_', action);
-        else if constexpr (requires { fields(field.value); })
-            for_each_key(fields(field.value), field_path + '_', action);
-        else
-            action(ini_key(field_path), field.value);
-    });
-}
 
 struct Sensor_Kind
 {
@@ -54,8 +26,8 @@ struct Sensor_Kind
 };
 
 // The two warnings have always differed in one letter.
-constexpr Sensor_Kind gyroscope{"Gyro ", "zavra_dev_init_gyro", "Failed to read all section key values."};
-constexpr Sensor_Kind magnetometer{"Magnetometer ", "zavra_dev_init_mtm", "Failed to read all sections key values."};
+constexpr Sensor_Kind gyroscope{"Gyro ", gyroscope_section, "Failed to read all section key values."};
+constexpr Sensor_Kind magnetometer{"Magnetometer ", magnetometer_section, "Failed to read all sections key values."};
 
 /// Configures one sensor from its section; `set` is the API operation that sends its parameters.
 template <class Sensor, class Parameters>
