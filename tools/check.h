@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/// What is wrong with a file, and where.
+namespace zavra::tools
+{
+
+struct Finding
+{
+    std::size_t line; ///< 0 where it concerns the whole file
+    std::string text;
+};
+
+/// "FILE:LINE: text"
+std::string located(const std::string& file, const Finding& finding);
+
+/// What an INI file has that would keep Initialize_Device from configuring a sensor.
+/// @throws Usage_Error  when there is no such file, as all of these
+std::vector<Finding> check_ini(const std::string& file);
+
+/// What keeps the lines of a two-line element file from being taken by parse_TLE_file and by the simulated unit.
+std::vector<Finding> check_tle(const std::string& file);
+
+/// What keeps a register map from being read.
+std::vector<Finding> check_map(const std::string& file);
+
+/// The text of a file.
+/// @throws Usage_Error  naming the file and the system's reason
+std::string read_file(const std::string& file);
+
+/// Lines without their ends.
+std::vector<std::string> lines_of(const std::string& text);
+
+}
