@@ -4,7 +4,7 @@
 set -euo pipefail
 
 declare -A packages=(
-    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libtomlplusplus-dev libgtest-dev libgmock-dev"
+    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libncurses-dev libtomlplusplus-dev libgtest-dev libgmock-dev"
     [benchmark]="libbenchmark-dev"
     [clang]="clang clang-tidy clang-format"
 )
