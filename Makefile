@@ -1,9 +1,10 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-clang tidy benchmark clean
+.PHONY: help demo test test-arm test-clang tidy benchmark clean
 
 help:
 	@echo "make demo       build, start a simulated unit and show an application talking to it"
 	@echo "make test       build and run all tests, plain and with the sanitizers"
+	@echo "make test-arm   the tests built for 32-bit ARM and run under emulation"
 	@echo "make test-clang the tests built with Clang"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
 	@echo "make benchmark  CPU cost of commands, codec and CRC"
@@ -18,6 +19,10 @@ demo:
 test:
 	@scripts/setup.sh base
 	@scripts/test.sh dev sanitize
+
+test-arm:
+	@scripts/setup.sh base arm
+	@scripts/test.sh arm
 
 test-clang:
 	@scripts/setup.sh base clang
