@@ -56,13 +56,71 @@ public:
     /// @name System
     /// @{
 
+    /// @param epoch_time_msec  milliseconds since 01.01.1970 0:00:00 UTC
+    void Set_Epoch_Time(unsigned long long epoch_time_msec);
+    /// @return milliseconds since 01.01.1970 0:00:00 UTC
+    unsigned long long Get_Epoch_Time();
+    /// @return milliseconds since the unit's last reset
+    unsigned long long Get_System_Time();
+
+    /// Sets how often the unit measures its temperature.
+    void Set_Temperature_Update_Interval(unsigned long long interval_msec);
+    /// @return milliseconds
+    unsigned long long Get_Temperature_Update_Interval();
+    /// Sets how often the unit measures power, voltages and currents.
+    void Set_Power_Update_Interval(unsigned long long interval_msec);
+    /// @return milliseconds
+    unsigned long long Get_Power_Update_Interval();
+
+    /// Chooses the gyroscope that the unit uses.
+    void Set_Active_Gyroscope(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// Chooses the magnetometer that the unit uses.
+    void Set_Active_Magnetometer(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+
+    /// @param dcdc_configuration  register of the low-level power converters; its bits are the unit's
+    void Set_DCDC_Configuration(unsigned int dcdc_configuration);
+    /// @param hil_configuration  hardware-in-the-loop configuration word; its bits are the unit's
+    void Set_HIL_Configuration(unsigned int hil_configuration);
+    unsigned int Get_HIL_Configuration();
+
+    /// @param scheduler_register  what the unit's scheduler runs; its bits are the unit's
+    void Set_System_Scheduler_Register(unsigned int scheduler_register);
+    /// Reads the register with a command of its own; Get_Scheduler_Register() takes it from the standard telemetry.
+    unsigned int Get_System_Scheduler_Register();
+
+    void Clear_System_Error_Register();
+
+    /// Reads the standard telemetry.
+    /// @return bits 0 and 1 of the system error register, which report command errors; 0 when there was none
+    unsigned int Check_Command_Errors();
+
     /// @}
     /// @name Telemetry frames
     /// @{
 
+    VELM_ZAVRA_API_INFO_TELEMETRY Get_Info_Frame();
+    VELM_ZAVRA_API_STANDARD_TELEMETRY Get_Standard_Telemetry();
+    VELM_ZAVRA_API_SENSOR_TELEMETRY Get_Sensor_Telemetry();
+    VELM_ZAVRA_API_ACTUATOR_TELEMETRY Get_Actuator_Telemetry();
+    VELM_ZAVRA_API_ATTITUDE_TELEMETRY Get_Attitude_Telemetry();
+    VELM_ZAVRA_API_POWER_TELEMETRY Get_Power_Telemetry();
+
     /// @}
     /// @name Registers
+    /// Each call reads the standard telemetry once. The flags are named as far as the library knows them;
+    /// VELM_ZAVRA_REGISTER_MAP::Decode() gives them the names of a unit's own documentation.
     /// @{
+
+    VELM_ZAVRA_API_REGISTER Get_System_Status_Register();
+    VELM_ZAVRA_API_REGISTER Get_System_Error_Register();
+    VELM_ZAVRA_API_REGISTER Get_Sensors_Error_Register();
+    VELM_ZAVRA_API_REGISTER Get_Actuators_Error_Register();
+    VELM_ZAVRA_API_REGISTER Get_Livelyhood_Register();
+    /// Gives the system scheduler register.
+    VELM_ZAVRA_API_REGISTER Get_Scheduler_Register();
+    VELM_ZAVRA_API_SATELLITE_REGISTERS Get_Satellite_Registers();
+    /// Gives every register, all from the same reading.
+    VELM_ZAVRA_API_ALL_REGISTERS Get_All_Registers();
 
     /// @}
     /// @name Sensors

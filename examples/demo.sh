@@ -23,8 +23,10 @@ for _ in {1..100}; do
 done
 
 "$programs/first_contact"
+"$programs/registers" "$(dirname "$0")/zavra_sim_registers.ini"
 
 kill "$simulator"
 wait "$simulator"
 simulator=
 echo "Shown: an application constructed VELM_ZAVRA_API, reached a unit over a bus, read its telemetry and set its clock."
+echo "Shown: the unit named the error of a damaged request, and cleared it."

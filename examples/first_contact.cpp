@@ -2,7 +2,6 @@
 // clock.
 
 #include <VELM_ZAVRA_API.h>
-#include <ZAVRA_100.h>
 
 #include <chrono>
 #include <cstdio>
@@ -12,7 +11,7 @@
 namespace
 {
 
-void show(const ZAVRA_100_Info_Telemetry& info)
+void show(const VELM_ZAVRA_API_INFO_TELEMETRY& info)
 {
     std::printf("\nInfo frame\n");
     std::printf("  device               %s, serial number %u\n", info.device_name, info.device_serial_number);
@@ -22,7 +21,7 @@ void show(const ZAVRA_100_Info_Telemetry& info)
     std::printf("  low-level software   %s\n", info.low_level_sw_version);
 }
 
-void show(const ZAVRA_100_Standard_Telemetry& telemetry)
+void show(const VELM_ZAVRA_API_STANDARD_TELEMETRY& telemetry)
 {
     std::printf("\nStandard telemetry\n");
     std::printf("  system time          %llu ms since reset\n", telemetry.system_time_msec);
@@ -43,21 +42,12 @@ unsigned long long now_msec()
 int main()
 try {
     VELM_ZAVRA_API api;
-
-    // The device layer speaks the unit's commands one by one.
-    ZAVRA_100 device(10, "i2c-0");
-    ZAVRA_100_Info_Telemetry info;
-    device.Get_Info_Frame(&info);
-    show(info);
-
-    ZAVRA_100_Standard_Telemetry telemetry;
-    device.Get_Standard_Telemetry(&telemetry);
-    show(telemetry);
+    show(api.Get_Info_Frame());
+    show(api.Get_Standard_Telemetry());
 
     const unsigned long long set = now_msec();
-    device.Set_Epoch_Time(set);
-    unsigned long long read = 0;
-    device.Get_Epoch_Time(&read);
+    api.Set_Epoch_Time(set);
+    const unsigned long long read = api.Get_Epoch_Time();
     std::printf("\nEpoch time set to %llu ms, read back %llu ms\n", set, read);
     if (read < set || read - set > 1000) {
         std::cerr << "The unit's clock was not set" << std::endl;

@@ -1,13 +1,10 @@
-#include "simulator/bus_server.h"
-#include "simulator/simulated_unit.h"
-#include "tests/support/bytes.h"
+#include "tests/support/simulated_bus.h"
 
 #include <VELM_I2C_DEV.h>
 #include <VELM_ZAVRA_API.h>
 #include <ZAVRA_100.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <memory>
@@ -17,25 +14,6 @@
 
 namespace zavra::test
 {
-
-/// A directory of buses that the platform finds.
-class Bus_Test : public ::testing::Test
-{
-protected:
-    Bus_Test()
-    {
-        char name[] = "/tmp/zavra_test_XXXXXX";
-        directory = ::mkdtemp(name);
-        ::setenv("VELM_I2C_BUS_DIR", directory.c_str(), 1);
-    }
-
-    ~Bus_Test() override { std::filesystem::remove_all(directory); }
-
-    std::filesystem::path directory;
-    Canned_World world;
-    Steady_Clock clock;
-    Simulated_Unit unit{world, clock, {.latency = Clock::Time(0)}};
-};
 
 TEST_F(Bus_Test, the_library_talks_to_the_unit)
 {

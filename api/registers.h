@@ -1,0 +1,36 @@
+#pragma once
+
+#include "../device/records/telemetry.h"
+#include "records/registers.h"
+
+#include <iterator>
+#include <type_traits>
+
+namespace zavra
+{
+
+inline constexpr unsigned int bits_per_register = 32;
+
+/// A register: its section in a register map, and its word in the standard telemetry.
+struct Register_Source
+{
+    const char* section;
+    unsigned int ZAVRA_100_Standard_Telemetry::*word;
+};
+
+/// Indexed by VELM_ZAVRA_API_REGISTERS.
+inline constexpr Register_Source register_sources[] = {
+    {"livelyhood", &ZAVRA_100_Standard_Telemetry::livelyhood_register},
+    {"system_status", &ZAVRA_100_Standard_Telemetry::system_status_register},
+    {"system_scheduler", &ZAVRA_100_Standard_Telemetry::system_scheduler_register},
+    {"system_error", &ZAVRA_100_Standard_Telemetry::system_error_register},
+    {"sensors_error", &ZAVRA_100_Standard_Telemetry::sensors_error_register},
+    {"actuators_error", &ZAVRA_100_Standard_Telemetry::actuators_error_register},
+    {"sat_main", &ZAVRA_100_Standard_Telemetry::sat_main_register},
+    {"sat_error", &ZAVRA_100_Standard_Telemetry::sat_error_register},
+    {"sat_scheduler", &ZAVRA_100_Standard_Telemetry::sat_scheduler_register},
+};
+
+static_assert(std::size(register_sources) == std::extent_v<decltype(VELM_ZAVRA_API_ALL_REGISTERS::registers)>);
+
+}
