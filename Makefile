@@ -1,5 +1,5 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-arm test-clang tidy benchmark clean
+.PHONY: help demo test test-arm test-clang tidy benchmark size package clean
 
 help:
 	@echo "make demo       build, start a simulated unit and show an application talking to it"
@@ -8,6 +8,8 @@ help:
 	@echo "make test-clang the tests built with Clang"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
 	@echo "make benchmark  CPU cost of commands, codec and CRC"
+	@echo "make size       the flight build: its checks, and how large its library is"
+	@echo "make package    Debian packages for this machine and for 32-bit ARM, in build/packages"
 	@echo "make clean      remove the build trees"
 
 demo:
@@ -38,6 +40,16 @@ benchmark:
 	@cmake --preset release --log-level=WARNING
 	@cmake --build --preset release --target zavra_benchmark -- --quiet
 	@build/release/bin/zavra_benchmark
+
+size:
+	@scripts/setup.sh base arm
+	@cmake --preset flight --log-level=WARNING
+	@cmake --build --preset flight -- --quiet
+	@scripts/size.sh build/flight
+
+package:
+	@scripts/setup.sh base arm package
+	@scripts/package.sh
 
 clean:
 	rm -rf build
