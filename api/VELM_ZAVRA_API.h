@@ -41,7 +41,10 @@ public:
     /// Prints the library's name, version and authors and the bus connection to standard output.
     void Print_Info();
 
-    /// Configures the unit's gyroscopes and magnetometer from an INI file, as the constructor does.
+    /// Configures the unit's gyroscopes and magnetometer from an INI file, as the constructor does: gyroscopes from the
+    /// sections zavra_dev_init_gyro0 to 2, the magnetometer from zavra_dev_init_mtm0. Progress goes to standard output.
+    /// A file that cannot be parsed, a section that is missing, incomplete or unreadable, and a sensor that the unit
+    /// does not configure are reported there and skipped.
     void Initialize_Device(std::string ini_file);
 
     /// @param rpm  speed in revolutions per minute
@@ -124,7 +127,58 @@ public:
 
     /// @}
     /// @name Sensors
+    /// A value that is none of the enumerators is cut to 8 bits and refused before anything is sent, except by the two
+    /// magnetometer parameter methods.
     /// @{
+
+    /// Injects a measurement, as in hardware-in-the-loop tests.
+    /// @param angular_velocity  body frame, rad/s
+    void Set_Gyro_Values(VELM_ZAVRA_API_GYROSCOPES gyro, VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT angular_velocity);
+    /// @return angular velocity, body frame, rad/s
+    VELM_ZAVRA_API_SENSOR_VALUES Get_Gyro_Values(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Set_Gyro_Parameters(VELM_ZAVRA_API_GYROSCOPES gyro, VELM_ZAVRA_API_GYROSCOPE_PARAMETERS parameters);
+    VELM_ZAVRA_API_GYROSCOPE_PARAMETERS Get_Gyro_Parameters(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Set_Gyro_Update_Interval(VELM_ZAVRA_API_GYROSCOPES gyro, unsigned long long interval_msec);
+    unsigned long long Get_Gyro_Update_Interval(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// Correction applies the scale matrix and the offset of the gyroscope's parameters.
+    void Enable_Gyro_Correction(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Disable_Gyro_Correction(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// Lets the unit work out the gyroscope's bias; the parameters' bias counter governs it.
+    void Start_Gyro_Bias_Calculation(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// @param bias  rad/s
+    void Set_Gyro_Bias_Value(VELM_ZAVRA_API_GYROSCOPES gyro, VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT bias);
+    VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT Get_Gyro_Bias_Value(VELM_ZAVRA_API_GYROSCOPES gyro);
+    /// Bias removal subtracts the bias value from each measurement.
+    void Enable_Gyro_Bias_Removement(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Disable_Gyro_Bias_Removement(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Enable_Gyro_Averaging_Filter(VELM_ZAVRA_API_GYROSCOPES gyro);
+    void Disable_Gyro_Averaging_Filter(VELM_ZAVRA_API_GYROSCOPES gyro);
+
+    /// Injects a measurement, as in hardware-in-the-loop tests.
+    /// @param magnetic_field  in the unit of the measurements that Get_Magnetometer_Values reads
+    void Set_Magnetometer_Values(VELM_ZAVRA_API_MAGNETOMETERS magnetometer,
+                                 VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT magnetic_field);
+    VELM_ZAVRA_API_SENSOR_VALUES Get_Magnetometer_Values(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    /// Prints the request's payload to standard output, in hexadecimal and without an
+    /// end of line.
+    void Set_Magnetometer_Parameters(VELM_ZAVRA_API_MAGNETOMETERS magnetometer,
+                                     VELM_ZAVRA_API_MAGNETOMETER_PARAMETERS parameters);
+    /// Reads magnetometer 0 whatever the argument.
+    VELM_ZAVRA_API_MAGNETOMETER_PARAMETERS Get_Magnetometer_Parameters(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Set_Magnetometer_Update_Interval(VELM_ZAVRA_API_MAGNETOMETERS magnetometer, unsigned long long interval_msec);
+    unsigned long long Get_Magnetometer_Update_Interval(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    /// Correction applies the scale matrix and the offset of the magnetometer's parameters.
+    void Enable_Magnetometer_Correction(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Disable_Magnetometer_Correction(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Enable_Magnetometer_Averaging_Filter(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Disable_Magnetometer_Averaging_Filter(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Enable_Magnetometer_Moving_Averaging_Filter(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+    void Disable_Magnetometer_Moving_Averaging_Filter(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
+
+    /// Gives the unit a sun vector that was measured elsewhere.
+    /// @param sun_vector       sensor frame
+    /// @param epoch_time_msec  time of the measurement, milliseconds since 01.01.1970 0:00:00 UTC
+    void Set_Sun_Vector(VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT sun_vector, unsigned long long epoch_time_msec);
 
     /// @}
     /// @name Star tracker and orbit module
@@ -132,11 +186,98 @@ public:
 
     /// @}
     /// @name Actuators
+    /// Nothing is converted: speeds are in rad/s, not rpm. A value outside the enumeration is refused in the speed and
+    /// idle mode operations and reaches the unit unchanged in the others.
     /// @{
+
+    /// @param speed_radps  rad/s
+    void Set_ReactionWheel_Speed(VELM_ZAVRA_API_REACTIONWHEELS wheel, float speed_radps);
+    /// @return speed in rad/s
+    float Get_ReactionWheel_Speed(VELM_ZAVRA_API_REACTIONWHEELS wheel);
+
+    /// Configuration of one wheel.
+    void Set_ReactionWheel_Parameters(VELM_ZAVRA_API_REACTIONWHEELS wheel,
+                                      VELM_ZAVRA_API_SINGLE_REACTIONWHEEL_PARAMETERS parameters);
+    VELM_ZAVRA_API_SINGLE_REACTIONWHEEL_PARAMETERS Get_ReactionWheel_Parameters(VELM_ZAVRA_API_REACTIONWHEELS wheel);
+
+    /// @param interval_msec  update interval of the whole set of wheels
+    void Set_ReactionWheel_All_Update_Interval(unsigned long long interval_msec);
+    /// @return milliseconds
+    unsigned long long Get_ReactionWheel_All_Update_Interval();
+
+    /// Stops driving one wheel.
+    void Enable_ReactionWheel_Idle_Mode(VELM_ZAVRA_API_REACTIONWHEELS wheel);
+
+    /// All wheels at once, rad/s.
+    void Set_ReactionWheel_All_Speeds(VELM_ZAVRA_API_REACTIONWHEEL_SPEEDS speeds);
+    VELM_ZAVRA_API_REACTIONWHEEL_SPEEDS Get_ReactionWheel_All_Speeds();
+
+    /// Configuration of the whole array, with the matrix that distributes torque to the wheels.
+    void Set_ReactionWheel_All_Parameters(VELM_ZAVRA_API_REACTIONWHEEL_ARRAY_PARAMETERS parameters);
+    VELM_ZAVRA_API_REACTIONWHEEL_ARRAY_PARAMETERS Get_ReactionWheel_All_Parameters();
+
+    /// Stops driving all wheels.
+    void Enable_ReactionWheel_All_Idle_Mode();
+
+    /// Torque target in the body frame, N m.
+    void Set_ReactionWheel_Torque_Target(VELM_ZAVRA_API_REACTIONWHEEL_TORQUE torque);
+    VELM_ZAVRA_API_REACTIONWHEEL_TORQUE Get_ReactionWheel_Torque_Target();
+
+    /// @param moment_Am  dipole moments in A m^2
+    void Set_Magnettorquer_All_Dipole_Moments(VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT moment_Am);
+    /// @return dipole moments in A m^2
+    VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT Get_Magnettorquer_All_Dipole_Moments();
+
+    /// Switches all magnetorquers off until they are resumed.
+    void Suspend_All_Magnettorquers();
+    void Resume_All_Magnettorquers();
+
+    void Set_Magnettorquer_Parameters(VELM_ZAVRA_API_MAGNETORQUER_PARAMETERS parameters);
+    VELM_ZAVRA_API_MAGNETORQUER_PARAMETERS Get_Magnettorquer_Parameters();
+
+    /// @param target_current_A  coil currents in A
+    void Set_Magnettorquer_All_Currents(VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT target_current_A);
+    /// Mind the name: this asks for the dipole moments, as Get_Magnettorquer_All_Dipole_Moments does.
+    /// @return dipole moments in A m^2
+    VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT Get_Magnettorquer_All_Currents();
 
     /// @}
     /// @name Controllers
+    /// The units of gains, intervals and targets are the unit's own. The axis reaches the unit unchanged, whatever its
+    /// value.
     /// @{
+
+    /// PID controller that holds an angular velocity about one axis.
+    void Set_SingleAxis_AngularVelocity_Controller_Parameters(VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS axis,
+                                                              VELM_ZAVRA_API_PID_CONTROLLER_PARAMETERS parameters);
+    VELM_ZAVRA_API_PID_CONTROLLER_PARAMETERS
+    Get_SingleAxis_AngularVelocity_Controller_Parameters(VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS axis);
+    /// @param target  angular velocity set-point
+    void Start_SingleAxis_AngularVelocity_Controller(VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS axis, float target);
+    /// Stops the controller of one axis, as its counterpart for the angle step does.
+    void Stop_SingleAxis_AngularVelocity_Controller(VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS axis);
+
+    /// Cascaded PID controller that turns about one axis by an angle.
+    /// @param parameters  k_d_out is not sent: the unit receives zero
+    void Set_SingleAxis_AngleStep_Controller_Parameters(VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS axis,
+                                                        VELM_ZAVRA_API_CASCADED_PID_CONTROLLER_PARAMETERS parameters);
+    /// @return only k_p_in and k_p_out come from the unit; everything else is zero
+    VELM_ZAVRA_API_CASCADED_PID_CONTROLLER_PARAMETERS
+    Get_SingleAxis_AngleStep_Controller_Parameters(VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS axis);
+    /// @param target  angle step
+    void Start_SingleAxis_AngleStep_Controller(VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS axis, float target);
+    void Stop_SingleAxis_AngleStep_Controller(VELM_ZAVRA_API_SINGLEAXIS_CONTROL_TARGET_AXIS axis);
+
+    /// B-dot controller, max variant.
+    void Set_ThreeAxis_BDot_Controller_Max_Parameters(VELM_ZAVRA_API_BDOT_CONTROLLER_PARAMETERS parameters);
+    VELM_ZAVRA_API_BDOT_CONTROLLER_PARAMETERS Get_ThreeAxis_BDot_Controller_Max_Parameters();
+    /// B-dot controller, proportional variant.
+    void Set_ThreeAxis_BDot_Controller_Proportional_Parameters(VELM_ZAVRA_API_BDOT_CONTROLLER_PARAMETERS parameters);
+    VELM_ZAVRA_API_BDOT_CONTROLLER_PARAMETERS Get_ThreeAxis_BDot_Controller_Proportional_Parameters();
+    void Set_ThreeAxis_SunPointing_Controller_Parameters(VELM_ZAVRA_API_SUN_POINTING_CONTROLLER_PARAMETERS parameters);
+    VELM_ZAVRA_API_SUN_POINTING_CONTROLLER_PARAMETERS Get_ThreeAxis_SunPointing_Controller_Parameters();
+    void Set_ThreeAxis_Sliding_Controller_Parameters(VELM_ZAVRA_API_SLIDING_CONTROLLER_PARAMETERS parameters);
+    VELM_ZAVRA_API_SLIDING_CONTROLLER_PARAMETERS Get_ThreeAxis_Sliding_Controller_Parameters();
 
     /// @}
     /// @name Operation modes, target pointing and Kalman filter

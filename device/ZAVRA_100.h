@@ -146,7 +146,59 @@ public:
 
     /// @}
     /// @name Sensors
+    /// Gyroscopes have the indices 0 to 2, the only magnetometer has the index 0. Any other index is refused before
+    /// anything is sent, except by the two magnetometer parameter methods.
     /// @{
+
+    /// Injects a measurement, as in hardware-in-the-loop tests.
+    /// @param angular_velocity  body frame, rad/s
+    void Set_Gyro_Values(unsigned char index, ZAVRA_100_Vector3_float angular_velocity);
+    /// @param angular_velocity  body frame, rad/s
+    /// @param timestamp         the unit's time of the measurement, passed on unchanged
+    void Get_Gyro_Values(unsigned char index, ZAVRA_100_Vector3_float* angular_velocity, unsigned long long* timestamp);
+    void Set_Gyro_Parameters(unsigned char index, ZAVRA_100_Gyroscope_Parameters parameters);
+    void Get_Gyro_Parameters(unsigned char index, ZAVRA_100_Gyroscope_Parameters* parameters);
+    void Set_Gyro_Update_Interval(unsigned char index, unsigned long long interval_msec);
+    void Get_Gyro_Update_Interval(unsigned char index, unsigned long long* interval_msec);
+    /// Correction applies the scale matrix and the offset of the gyroscope's parameters.
+    void Enable_Gyro_Correction(unsigned char index);
+    void Disable_Gyro_Correction(unsigned char index);
+    /// Lets the unit work out the gyroscope's bias; the parameters' bias counter governs it.
+    void Start_Gyro_Bias_Calculation(unsigned char index);
+    /// @param bias  rad/s
+    void Set_Gyro_Bias_Value(unsigned char index, ZAVRA_100_Vector3_float bias);
+    void Get_Gyro_Bias_Value(unsigned char index, ZAVRA_100_Vector3_float* bias);
+    /// Bias removal subtracts the bias value from each measurement.
+    void Enable_Gyro_Bias_Removement(unsigned char index);
+    void Disable_Gyro_Bias_Removement(unsigned char index);
+    void Enable_Gyro_Averaging_Filter(unsigned char index);
+    void Disable_Gyro_Averaging_Filter(unsigned char index);
+
+    /// Injects a measurement, as in hardware-in-the-loop tests.
+    /// @param magnetic_field  in the unit of the measurements that Get_Magnetometer_Values reads
+    void Set_Magnetometer_Values(unsigned char index, ZAVRA_100_Vector3_float magnetic_field);
+    /// @param timestamp  the unit's time of the measurement, passed on unchanged
+    void Get_Magnetometer_Values(unsigned char index, ZAVRA_100_Vector3_float* magnetic_field,
+                                 unsigned long long* timestamp);
+    /// Sends any index as it is given. Prints the request's payload to standard output, in hexadecimal and without an
+    /// end of line. Reports its failures with the words of Set_Sun_Vector.
+    void Set_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magnetometer_Parameters parameters);
+    /// Reads magnetometer 0 whatever the index. Reports its failures with the words of Set_Sun_Vector.
+    void Get_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magnetometer_Parameters* parameters);
+    void Set_Magnetometer_Update_Interval(unsigned char index, unsigned long long interval_msec);
+    void Get_Magnetometer_Update_Interval(unsigned char index, unsigned long long* interval_msec);
+    /// Correction applies the scale matrix and the offset of the magnetometer's parameters.
+    void Enable_Magnetometer_Correction(unsigned char index);
+    void Disable_Magnetometer_Correction(unsigned char index);
+    void Enable_Magnetometer_Averaging_Filter(unsigned char index);
+    void Disable_Magnetometer_Averaging_Filter(unsigned char index);
+    void Enable_Magnetometer_Moving_Averaging_Filter(unsigned char index);
+    void Disable_Magnetometer_Moving_Averaging_Filter(unsigned char index);
+
+    /// Gives the unit a sun vector that was measured elsewhere.
+    /// @param sun_vector       sensor frame
+    /// @param epoch_time_msec  time of the measurement, milliseconds since 01.01.1970 0:00:00 UTC
+    void Set_Sun_Vector(ZAVRA_100_Vector3_float sun_vector, unsigned long long epoch_time_msec);
 
     /// @}
     /// @name Star tracker and orbit module
@@ -154,11 +206,100 @@ public:
 
     /// @}
     /// @name Actuators
+    /// Six reaction wheels, index 0 to 5, and three magnetorquers. An index is checked only where a range is given.
     /// @{
+
+    /// @param index        0 to 5
+    /// @param speed_radps  rad/s
+    void Set_ReactionWheel_Speed(unsigned char index, float speed_radps);
+    /// @param index        0 to 5
+    /// @param speed_radps  rad/s
+    void Get_ReactionWheel_Speed(unsigned char index, float* speed_radps);
+
+    /// @param index  sent unchanged, whatever its value; as in the getter
+    void Set_ReactionWheel_Parameters(unsigned char index, ZAVRA_100_Single_Reactionwheel_Parameters parameters);
+    void Get_ReactionWheel_Parameters(unsigned char index, ZAVRA_100_Single_Reactionwheel_Parameters* parameters);
+
+    /// @param interval_msec  update interval of the whole set of wheels
+    void Set_ReactionWheel_All_Update_Interval(unsigned long long interval_msec);
+    /// Reports its failures with the words of Get_ReactionWheel_Speed.
+    void Get_ReactionWheel_All_Update_Interval(unsigned long long* interval_msec);
+
+    /// Stops driving one wheel.
+    /// @param index  0 to 5
+    void Enable_ReactionWheel_Idle_Mode(unsigned char index);
+
+    /// @param speed_radps  rad/s, wheel by wheel
+    void Set_ReactionWheel_All_Speeds(ZAVRA_100_Vector6_float speed_radps);
+    /// Reports its failures with the words of Get_ReactionWheel_Speed.
+    void Get_ReactionWheel_All_Speeds(ZAVRA_100_Vector6_float* speed_radps);
+
+    /// The whole array at once, with the matrix that distributes torque to the wheels.
+    void Set_ReactionWheel_All_Parameters(ZAVRA_100_Reactionwheel_Array_Parameters parameters);
+    void Get_ReactionWheel_All_Parameters(ZAVRA_100_Reactionwheel_Array_Parameters* parameters);
+
+    /// Stops driving all wheels.
+    void Enable_ReactionWheel_All_Idle_Mode();
+
+    /// @param torque_Nm  torque target in the body frame, N m
+    void Set_ReactionWheel_Torque(ZAVRA_100_Vector3_float torque_Nm);
+    void Get_ReactionWheel_Torque(ZAVRA_100_Vector3_float* torque_Nm);
+
+    /// @param moment_Am  dipole moments in A m^2
+    void Set_Magnettorquer_All_Dipole_Moments(ZAVRA_100_Vector3_float moment_Am);
+    void Get_Magnettorquer_All_Dipole_Moments(ZAVRA_100_Vector3_float* moment_Am);
+
+    /// Switches all magnetorquers off until they are resumed.
+    void Suspend_All_Magnettorquers();
+    void Resume_All_Magnettorquers();
+
+    /// Reports its failures with the words of Set_Magnettorquer_All_Dipole_Moments.
+    void Set_Magnettorquer_Parameters(ZAVRA_100_Magnetorquer_Parameters parameters);
+    void Get_Magnettorquer_Parameters(ZAVRA_100_Magnetorquer_Parameters* parameters);
+
+    /// @param target_current_A  coil currents in A
+    void Set_Magnettorquer_All_Currents(ZAVRA_100_Vector3_float target_current_A);
+    void Get_Magnettorquer_All_Currents(ZAVRA_100_Vector3_float* target_current_A);
 
     /// @}
     /// @name Controllers
+    /// The axis of a single-axis controller is sent unchanged, whatever its value; axis codes and the units of targets
+    /// are the unit's own.
     /// @{
+
+    /// PID controller that holds an angular velocity about one axis.
+    void Set_SingleAxis_AngularVelocity_Controller_Parameters(unsigned char axis,
+                                                              ZAVRA_100_PID_Controller_Parameters parameters);
+    void Get_SingleAxis_AngularVelocity_Controller_Parameters(unsigned char axis,
+                                                              ZAVRA_100_PID_Controller_Parameters* parameters);
+    /// @param target  angular velocity set-point
+    void Start_SingleAxis_AngularVelocity_Controller(unsigned char axis, float target);
+    /// Stops the controller of one axis, as its counterpart for the angle step does.
+    void Stop_SingleAxis_AngularVelocity_Controller(unsigned char axis);
+
+    /// Cascaded PID controller that turns about one axis by an angle.
+    /// @param parameters  k_d_out is not sent: the unit receives zero
+    void Set_SingleAxis_AngleStep_Controller_Parameters(unsigned char axis,
+                                                        ZAVRA_100_Cascaded_PID_Controller_Parameters parameters);
+    /// Reports its failures with the words of Get_SingleAxis_AngularVelocity_Controller_Parameters.
+    /// @param parameters  only k_p_in and k_p_out come from the unit; everything else is zero
+    void Get_SingleAxis_AngleStep_Controller_Parameters(unsigned char axis,
+                                                        ZAVRA_100_Cascaded_PID_Controller_Parameters* parameters);
+    /// @param target  angle step
+    void Start_SingleAxis_AngleStep_Controller(unsigned char axis, float target);
+    void Stop_SingleAxis_AngleStep_Controller(unsigned char axis);
+
+    /// B-dot controller, max variant.
+    void Set_ThreeAxis_BDot_Controller_Max_Parameters(ZAVRA_100_BDot_Controller_Parameters parameters);
+    void Get_ThreeAxis_BDot_Controller_Max_Parameters(ZAVRA_100_BDot_Controller_Parameters* parameters);
+    /// B-dot controller, proportional variant.
+    void Set_ThreeAxis_BDot_Controller_Proportional_Parameters(ZAVRA_100_BDot_Controller_Parameters parameters);
+    /// Reports its failures with the words of Get_ThreeAxis_BDot_Controller_Max_Parameters.
+    void Get_ThreeAxis_BDot_Controller_Proportional_Parameters(ZAVRA_100_BDot_Controller_Parameters* parameters);
+    void Set_ThreeAxis_SunPointing_Controller_Parameters(ZAVRA_100_SunPointing_Controller_Parameters parameters);
+    void Get_ThreeAxis_SunPointing_Controller_Parameters(ZAVRA_100_SunPointing_Controller_Parameters* parameters);
+    void Set_ThreeAxis_Sliding_Controller_Parameters(ZAVRA_100_Sliding_Controller_Parameters parameters);
+    void Get_ThreeAxis_Sliding_Controller_Parameters(ZAVRA_100_Sliding_Controller_Parameters* parameters);
 
     /// @}
     /// @name Operation modes, target pointing and Kalman filter

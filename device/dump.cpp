@@ -27,9 +27,9 @@ std::string formatted(T value)
 
 }
 
-Dump Dump::inside(const char* label, bool lower) const
+Dump Dump::inside(const char* label, bool lower, char joint) const
 {
-    return {stream_, prefix_ + in_case(label, lower_) + '.', lower};
+    return {stream_, prefix_ + in_case(label, lower_) + joint, lower};
 }
 
 void Dump::number(const char* label, unsigned long long value) const

@@ -39,7 +39,10 @@ private:
         else if constexpr (requires { field.list; })
             inside(field.label, false).list(field.list);
         else if constexpr (Record<typename F::Value>)
-            inside(field.label, std::same_as<Style, Lower_Case>).list(fields(field.value));
+            inside(field.label, std::same_as<Style, Lower_Case>, std::same_as<Style, Underscored> ? '_' : '.')
+                .list(fields(field.value));
+        else if constexpr (std::same_as<Style, Bare>)
+            debug_line(values, prefix_, field.label, " = ", field.value);
         else if constexpr (std::same_as<Style, Text> || std::same_as<Style, Raw_Text>)
             characters(field.label, ": ", field.value, std::extent_v<typename F::Value>);
         else if constexpr (std::is_array_v<typename F::Value>)
@@ -56,7 +59,7 @@ private:
     }
 
     // Out of line, so that a field costs one call.
-    Dump inside(const char* label, bool lower) const;
+    Dump inside(const char* label, bool lower, char joint = '.') const;
     void number(const char* label, unsigned long long value) const;
     void number(const char* label, unsigned int value) const { number(label, static_cast<unsigned long long>(value)); }
     void number(const char* label, unsigned short value) const

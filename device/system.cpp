@@ -1,3 +1,4 @@
+#include "protocol/sensors.h"
 #include "protocol/system.h"
 #include "debug.h"
 #include "exchange.h"
@@ -8,7 +9,6 @@ namespace
 {
 
 constexpr const char* index_exceeds_limits = "index exceeds limits";
-constexpr unsigned char max_gyro_index = 2;
 
 // The time and interval getters print the pointer they were given, not the value: the line tells where it went.
 void ask_msec(ZAVRA_100& device, const Command<unsigned long long()>& command, const char* label,
@@ -59,14 +59,14 @@ void ZAVRA_100::Clear_System_Error_Register()
 
 void ZAVRA_100::Set_Active_Gyroscope(unsigned char gyro_index)
 {
-    if (gyro_index > max_gyro_index)
+    if (gyro_index >= protocol::number_of_gyroscopes)
         reject(protocol::set_active_gyroscope.action, index_exceeds_limits);
     send(*this, protocol::set_active_gyroscope, gyro_index);
 }
 
 void ZAVRA_100::Set_Active_Magnetometer(unsigned char magnetometer_index)
 {
-    if (magnetometer_index != 0)
+    if (magnetometer_index >= protocol::number_of_magnetometers)
         reject(protocol::set_active_magnetometer.action, index_exceeds_limits);
     send(*this, protocol::set_active_magnetometer, magnetometer_index);
 }

@@ -13,6 +13,8 @@ namespace
 {
 
 constexpr unsigned int alive = 1;
+constexpr unsigned int magnetorquers_suspended = 0;
+constexpr unsigned int magnetorquers_active = 1;
 constexpr float bus_voltage_v = 5.0F;
 constexpr float unit_current_a = 0.19F;
 
@@ -93,16 +95,15 @@ ZAVRA_100_Sensor_Telemetry Telemetry::sensor() const
     t.index_of_active_gyro = parts_.system.settings.active_gyroscope;
     t.index_of_active_magnetometer = parts_.system.settings.active_magnetometer;
 
-    const auto rate = world_.angular_velocity_radps();
-    store(rate, t.measured_angular_velocity_gyro_1_x_radps, t.measured_angular_velocity_gyro_1_y_radps,
-          t.measured_angular_velocity_gyro_1_z_radps);
-    store(rate, t.measured_angular_velocity_gyro_2_x_radps, t.measured_angular_velocity_gyro_2_y_radps,
-          t.measured_angular_velocity_gyro_2_z_radps);
-    store(rate, t.measured_angular_velocity_gyro_3_x_radps, t.measured_angular_velocity_gyro_3_y_radps,
-          t.measured_angular_velocity_gyro_3_z_radps);
-    store(world_.magnetic_field_t(), t.measured_magnetic_field_magnetometer_1_x_t,
+    store(parts_.sensors.angular_velocity_radps(0).vector, t.measured_angular_velocity_gyro_1_x_radps,
+          t.measured_angular_velocity_gyro_1_y_radps, t.measured_angular_velocity_gyro_1_z_radps);
+    store(parts_.sensors.angular_velocity_radps(1).vector, t.measured_angular_velocity_gyro_2_x_radps,
+          t.measured_angular_velocity_gyro_2_y_radps, t.measured_angular_velocity_gyro_2_z_radps);
+    store(parts_.sensors.angular_velocity_radps(2).vector, t.measured_angular_velocity_gyro_3_x_radps,
+          t.measured_angular_velocity_gyro_3_y_radps, t.measured_angular_velocity_gyro_3_z_radps);
+    store(parts_.sensors.magnetic_field_t(0).vector, t.measured_magnetic_field_magnetometer_1_x_t,
           t.measured_magnetic_field_magnetometer_1_y_t, t.measured_magnetic_field_magnetometer_1_z_t);
-    store(world_.sun_vector(), t.measured_sun_vector_sunsensor_1_x, t.measured_sun_vector_sunsensor_1_y,
+    store(parts_.sensors.sun_vector().vector, t.measured_sun_vector_sunsensor_1_x, t.measured_sun_vector_sunsensor_1_y,
           t.measured_sun_vector_sunsensor_1_z);
     t.temperature_degc = std::clamp(std::round(world_.temperature_degc()), 0.0F, 255.0F);
     return t;
@@ -110,8 +111,22 @@ ZAVRA_100_Sensor_Telemetry Telemetry::sensor() const
 
 ZAVRA_100_Actuator_Telemetry Telemetry::actuator() const
 {
+    const Actuators& actuators = parts_.actuators;
     ZAVRA_100_Actuator_Telemetry t{};
     t.epoch_time_msec = parts_.time.epoch_msec();
+    const auto target = actuators.wheel_targets_radps();
+    store({target.x, target.y, target.z}, t.reactionwheel_target_x_radps, t.reactionwheel_target_y_radps,
+          t.reactionwheel_target_z_radps);
+    store({target.u, target.v, target.w}, t.reactionwheel_target_u_radps, t.reactionwheel_target_v_radps,
+          t.reactionwheel_target_w_radps);
+    const auto speed = actuators.wheel_speeds_radps();
+    store({speed.x, speed.y, speed.z}, t.reactionwheel_current_speed_x_radps, t.reactionwheel_current_speed_y_radps,
+          t.reactionwheel_current_speed_z_radps);
+    store({speed.u, speed.v, speed.w}, t.reactionwheel_current_speed_u_radps, t.reactionwheel_current_speed_v_radps,
+          t.reactionwheel_current_speed_w_radps);
+    store(actuators.dipole_moment_am2(), t.magnetorquers_target_dipole_moment_x_am2,
+          t.magnetorquers_target_dipole_moment_y_am2, t.magnetorquers_target_dipole_moment_z_am2);
+    t.magnetorquers_current_state = actuators.settings.suspended ? magnetorquers_suspended : magnetorquers_active;
     return t;
 }
 
@@ -119,8 +134,6 @@ ZAVRA_100_Attitude_Telemetry Telemetry::attitude() const
 {
     ZAVRA_100_Attitude_Telemetry t{};
     t.epoch_time_msec = t.epoch_time_last_attitude_determination_msec = parts_.time.epoch_msec();
-    t.epoch_time_last_magnetic_field_measurement_msec = t.epoch_time_last_sun_vector_measurement_msec =
-        t.epoch_time_msec;
     const auto q = world_.attitude();
     t.quaternion_attitude_1_bf = q.q_1;
     t.quaternion_attitude_2_bf = q.q_2;
@@ -128,9 +141,13 @@ ZAVRA_100_Attitude_Telemetry Telemetry::attitude() const
     t.quaternion_attitude_4_bf = q.q_4;
     store(world_.angular_velocity_radps(), t.angular_velocity_x_radps, t.angular_velocity_y_radps,
           t.angular_velocity_z_radps);
-    store(world_.magnetic_field_t(), t.measured_magnetic_field_x_bf_t, t.measured_magnetic_field_y_bf_t,
+    const auto field = parts_.sensors.magnetic_field_t(0);
+    store(field.vector, t.measured_magnetic_field_x_bf_t, t.measured_magnetic_field_y_bf_t,
           t.measured_magnetic_field_z_bf_t);
-    store(world_.sun_vector(), t.measured_sun_vector_x_bf, t.measured_sun_vector_y_bf, t.measured_sun_vector_z_bf);
+    t.epoch_time_last_magnetic_field_measurement_msec = field.epoch_msec;
+    const auto sun = parts_.sensors.sun_vector();
+    store(sun.vector, t.measured_sun_vector_x_bf, t.measured_sun_vector_y_bf, t.measured_sun_vector_z_bf);
+    t.epoch_time_last_sun_vector_measurement_msec = sun.epoch_msec;
     return t;
 }
 

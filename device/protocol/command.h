@@ -74,10 +74,10 @@ struct Command<Command_Result(Argument...)>
 
 /// Packs values into their places in a payload.
 template <class... Value>
-constexpr void pack(unsigned char* payload, const Value&... values)
+constexpr void pack(unsigned char* payload, const Value&... each)
 {
     Packer packer{payload};
-    (packer(values), ...);
+    (packer(each), ...);
 }
 
 template <class T>

@@ -24,33 +24,19 @@
 namespace zavra
 {
 
-struct Plain
-{
-};
-struct Hexadecimal
-{
-}; ///< Prints ": hex = 0x" and all digits of the type.
-struct Text
-{
-}; ///< char array; all but its last element travels, the last one holds the terminator.
-struct Raw_Text
-{
-}; ///< char array; every element travels, the terminator too.
-struct Character
-{
-}; ///< Prints the byte itself where a number would be expected.
-struct Lower_Case
-{
-}; ///< The members of this record print their names in lower case.
-struct Unprinted
-{
-}; ///< Travels, but the dump leaves it out.
-struct Single_Byte
-{
-}; ///< Travels as one unsigned byte whatever its type; prints as an integer.
-struct Skipped
-{
-}; ///< Bytes without a field: sent as zero, ignored when received.
+// clang-format off
+struct Plain {};
+struct Hexadecimal {}; ///< Prints ": hex = 0x" and all digits of the type.
+struct Text {};        ///< char array; all but its last element travels, the last one holds the terminator.
+struct Raw_Text {};    ///< char array; every element travels, the terminator too.
+struct Character {};   ///< Prints the byte itself where a number would be expected.
+struct Lower_Case {};  ///< The members of this record print their names in lower case.
+struct Underscored {}; ///< The members of this record print their names after an underscore instead of a dot.
+struct Bare {};        ///< Prints " = " before the value, without ": dec".
+struct Unprinted {};   ///< Travels, but the dump leaves it out.
+struct Single_Byte {}; ///< Travels as one unsigned byte whatever its type; prints as an integer.
+struct Skipped {};     ///< Bytes without a field: sent as zero, ignored when received.
+// clang-format on
 
 namespace style
 {
@@ -60,6 +46,8 @@ inline constexpr Text text;
 inline constexpr Raw_Text raw_text;
 inline constexpr Character character;
 inline constexpr Lower_Case lower_case;
+inline constexpr Underscored underscored;
+inline constexpr Bare bare;
 inline constexpr Unprinted unprinted;
 inline constexpr Single_Byte single_byte;
 

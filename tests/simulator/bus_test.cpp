@@ -2,7 +2,6 @@
 
 #include <VELM_I2C_DEV.h>
 #include <VELM_ZAVRA_API.h>
-#include <ZAVRA_100.h>
 
 #include <csignal>
 #include <fstream>

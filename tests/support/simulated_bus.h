@@ -4,13 +4,16 @@
 #include "simulator/bus_server.h"
 #include "simulator/simulated_unit.h"
 
+#include <ZAVRA_100.h>
+
 #include <cstdlib>
 #include <filesystem>
+#include <unistd.h>
 
 namespace zavra::test
 {
 
-/// A directory of buses that the platform finds, and a unit to put on one.
+/// A directory of buses that the platform finds, and a unit whose time stands still until the clock is advanced.
 class Bus_Test : public ::testing::Test
 {
 protected:
@@ -25,8 +28,22 @@ protected:
 
     std::filesystem::path directory;
     Canned_World world;
-    Steady_Clock clock;
+    Manual_Clock clock;
     Simulated_Unit unit{world, clock, {.latency = Clock::Time(0)}};
+};
+
+/// The library's device layer, connected to the unit over a bus.
+class Connected_Test : public Bus_Test
+{
+protected:
+    void advance(unsigned int msec)
+    {
+        const auto guard = unit.lock();
+        clock.advance(Clock::Time(msec));
+    }
+
+    Bus_Server server{directory, "i2c-0", {{10, &unit}}};
+    ZAVRA_100 device{10, "i2c-0"};
 };
 
 }
