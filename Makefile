@@ -1,5 +1,5 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-arm test-clang tidy benchmark size package clean
+.PHONY: help demo test test-arm test-clang tidy benchmark size package abi abi-record clean
 
 help:
 	@echo "make demo       build, start a simulated unit and show an application talking to it"
@@ -10,6 +10,8 @@ help:
 	@echo "make benchmark  CPU cost of commands, codec and CRC"
 	@echo "make size       the flight build: its checks, and how large its library is"
 	@echo "make package    Debian packages for this machine and for 32-bit ARM, in build/packages"
+	@echo "make abi        compares the library's binary interface on ARM with the one recorded"
+	@echo "make abi-record records it, when a change is wanted"
 	@echo "make clean      remove the build trees"
 
 demo:
@@ -50,6 +52,10 @@ size:
 package:
 	@scripts/setup.sh base arm package
 	@scripts/package.sh
+
+abi abi-record:
+	@scripts/setup.sh base arm abi
+	@scripts/abi.sh $@
 
 clean:
 	rm -rf build

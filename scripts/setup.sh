@@ -10,7 +10,7 @@ declare -A packages=(
     [clang]="clang clang-tidy clang-format"
     [arm]="g++-arm-linux-gnueabihf qemu-user"
     [package]="dpkg-dev file"
-    [abi]="abigail-tools"
+    [abi]="abigail-tools python3"
 )
 
 wanted=()
