@@ -184,6 +184,43 @@ public:
     /// @name Star tracker and orbit module
     /// @{
 
+    /// @param quaternion  attitude that the star tracker is to report; its epoch time is not sent
+    void Set_Startracker_Quaternion(VELM_ZAVRA_API_STARTRACKER_QUATERNION quaternion);
+    /// Reports its failures with the words of Set_Startracker_Quaternion.
+    VELM_ZAVRA_API_STARTRACKER_QUATERNION Get_Startracker_Quaternion();
+
+    /// Mind that only 23 bytes of the x values and 23 bytes of the y values are passed on: events 0 to 4 whole, of
+    /// event 5 the three low-order bytes of each value (the high byte is 0), and zeros for events 6 to 22.
+    VELM_ZAVRA_API_STARTRACKER_EVENT_LIST Get_Startracker_Event_List();
+
+    /// @param mode  cut to 8 bits
+    void Set_Startracker_Operation_Mode(VELM_ZAVRA_API_STARTRACKER_OPERATING_MODE mode);
+    VELM_ZAVRA_API_STARTRACKER_OPERATING_MODE Get_Startracker_Operation_Mode();
+
+    /// Passes a command in the star tracker's own protocol through the unit.
+    /// @param data    the command's bytes; may be null when length is 0
+    /// @param length  0 to 512
+    void Send_Startracker_Native_Command(unsigned char* data, unsigned int length);
+    /// @return not 0 while a native reply waits to be read
+    unsigned int Check_For_Startracker_Native_Reply();
+    /// Reads one byte of the native reply.
+    /// @param data    data[0] receives the byte
+    /// @param length  not used
+    void Read_Startracker_Native_Reply(unsigned char* data, unsigned int length);
+
+    /// Loads a two-line element set into the orbit module; parse_TLE_file() reads one from a file.
+    /// @param tle_data  sent as it stands; the unit checks it
+    /// @return the unit's result code, which is not judged here; from the simulated unit 0 when the elements are
+    ///         accepted, otherwise one of the codes in simulator/orbit/tle.h
+    unsigned char Init_Orbit_Module(VELM_ZAVRA_API_ORBIT_TLE_DATA tle_data);
+    VELM_ZAVRA_API_ORBIT_PROPAGATION_DATA Get_Orbit_Data();
+
+    /// Reads the first 69 characters of the lines of a file that start with "1" and "2", up to the first line of the
+    /// latter kind; other lines are skipped. The unit is not involved, and the characters are not checked.
+    /// @return what was found; data.status says whether it is complete
+    /// @throws VELM_ZAVRA_API_Exception when the file cannot be opened
+    VELM_ZAVRA_API_TLE_FILE_DATA parse_TLE_file(char* file_name);
+
     /// @}
     /// @name Actuators
     /// Nothing is converted: speeds are in rad/s, not rpm. A value outside the enumeration is refused in the speed and
@@ -281,7 +318,55 @@ public:
 
     /// @}
     /// @name Operation modes, target pointing and Kalman filter
+    /// A mode that is started ends the one before it. The unit has one stop for every mode: any stop operation ends
+    /// whichever mode is running, and only the words of its failure are its own.
     /// @{
+
+    void Set_Operation_Mode_Idle();
+    void Set_Operation_Mode_Safe();
+    void Set_Operation_Mode_Measurement();
+
+    /// @throws VELM_ZAVRA_API_Exception when the start time is later than the stop time; nothing is sent then
+    void Start_Operation_Mode_Detumbling(VELM_ZAVRA_API_DETUMBLING_MODE_PARAMETERS parameters);
+    void Stop_Operation_Mode_Detumbling();
+
+    /// @throws VELM_ZAVRA_API_Exception when the start time is later than the stop time; nothing is sent then
+    void Start_Operation_Mode_Sun_Pointing(VELM_ZAVRA_API_SUN_POINTING_MODE_PARAMETERS parameters);
+    void Stop_Operation_Mode_Sun_Pointing();
+
+    /// Points at a spot that moves over the Earth.
+    /// @throws VELM_ZAVRA_API_Exception when the start time is later than the stop time, or a latitude is not within
+    ///         +-pi/2, or a longitude not within +-pi; nothing is sent then. Angles are compared in double precision,
+    ///         so that the floats nearest to pi/2 and pi, which are larger, are out. NaN is not detected.
+    void Start_Target_Pointing_Earth_Const_Velocity_Mode(
+        VELM_ZAVRA_API_TARGET_POINTING_CONST_VELOCITY_MODE_PARAMETERS parameters);
+    void Stop_Target_Pointing_Earth_Const_Velocity_Mode();
+
+    /// Points at a spot that stays where it is on the Earth.
+    /// @throws VELM_ZAVRA_API_Exception when the latitude is not within +-pi/2, or the longitude not within +-pi,
+    /// tested
+    ///         as for the moving spot; nothing is sent then
+    void Start_Target_Pointing_Earth_Fix_Mode(VELM_ZAVRA_API_TARGET_POINTING_FIXED_MODE_PARAMETERS parameters);
+    void Stop_Target_Pointing_Earth_Fix_Mode();
+
+    /// Points straight down. The parameters are not checked.
+    void Start_Target_Pointing_Nadir_Mode(VELM_ZAVRA_API_TARGET_POINTING_NADIR_MODE_PARAMETERS parameters);
+    void Stop_Target_Pointing_Nadir_Mode();
+
+    /// Points in a fixed inertial direction. The parameters are not checked, the times neither.
+    void Start_Target_Pointing_Inertial_Mode(VELM_ZAVRA_API_TARGET_POINTING_INERTIAL_MODE_PARAMETERS parameters);
+    void Stop_Target_Pointing_Inertial_Mode();
+
+    /// @return the target that was started last
+    VELM_ZAVRA_API_TARGET_POINTING_TARGET_PARAMETERS_TELEMETRY Get_Target_Pointing_Target_Parameters_Telemetry();
+    /// @return the parameters that target pointing works with
+    VELM_ZAVRA_API_TARGET_POINTING_OPERATION_PARAMETERS_TELEMETRY Get_Target_Pointing_Operation_Parameters_Telemetry();
+    /// @return how far target pointing has come
+    VELM_ZAVRA_API_TARGET_POINTING_OPERATION_DATA_TELEMETRY Get_Target_Pointing_Operation_Data_Telemetry();
+    void Set_Target_Pointing_Operation_Parameters(VELM_ZAVRA_API_TARGET_POINTING_OPERATION_PARAMETERS parameters);
+
+    void Set_Kalman_Filter_Parameters(VELM_ZAVRA_API_KALMAN_FILTER_PARAMETERS parameters);
+    VELM_ZAVRA_API_KALMAN_FILTER_PARAMETERS Get_Kalman_Filter_Parameters();
 
     /// @}
 

@@ -204,6 +204,37 @@ public:
     /// @name Star tracker and orbit module
     /// @{
 
+    /// @param quaternion  attitude that the star tracker is to report; its epoch time is not sent
+    void Set_Startracker_Quaternion(ZAVRA_100_Startracker_Quaternion quaternion);
+    void Get_Startracker_Quaternion(ZAVRA_100_Startracker_Quaternion* quaternion);
+
+    /// @param event_list  receives up to 23 events; events that the unit does not give keep their values. A unit that
+    ///                    announces more than 23 is answered with a warning on the debug stream, and num_event is 23.
+    void Get_Startracker_Event_List(ZAVRA_100_REDUCED_STARTRACKER_EVENT_LIST* event_list);
+
+    /// @param mode  operation mode; the meaning of its values is the star tracker's own
+    void Set_Startracker_Operation_Mode(unsigned char mode);
+    void Get_Startracker_Operation_Mode(unsigned char* mode);
+
+    /// Passes a command in the star tracker's own protocol through the unit.
+    /// @param data    the command's bytes; may be null when length is 0
+    /// @param length  0 to 512
+    void Send_Startracker_Native_Command(unsigned char* data, unsigned int length);
+    /// Reports its failures with the words of Get_Startracker_Operation_Mode.
+    /// @param status  not 0 while a native reply waits to be read
+    void Check_Startracker_Native_Reply(unsigned int* status);
+    /// Reads one byte of the native reply.
+    /// @param data    data[0] receives the byte
+    /// @param length  not used
+    void Read_Startracker_Native_Reply(unsigned char* data, unsigned int length);
+
+    /// Loads a two-line element set into the orbit module.
+    /// @param tle_data  sent as it stands; the unit checks it
+    /// @param response  the unit's result code, which is not judged here; from the simulated unit 0 when the elements
+    ///                  are accepted, otherwise one of the codes in simulator/orbit/tle.h
+    void Init_Orbit_Module(ZAVRA_100_Orbit_TLE_Data tle_data, unsigned char* response);
+    void Get_Orbit_Data(ZAVRA_100_Orbit_Propagation_Data* orbit_data);
+
     /// @}
     /// @name Actuators
     /// Six reaction wheels, index 0 to 5, and three magnetorquers. An index is checked only where a range is given.
@@ -303,7 +334,40 @@ public:
 
     /// @}
     /// @name Operation modes, target pointing and Kalman filter
+    /// No method checks its arguments. The unit has one stop for every mode, so that any stop method ends whichever
+    /// mode is running; only their failures differ.
     /// @{
+
+    void Set_OperationMode_Safe();
+    void Set_OperationMode_Idle();
+    void Set_OperationMode_Measurement();
+
+    void Start_OperationMode_Detumbling(ZAVRA_100_Detumbling_Mode_Parameters parameters);
+    void Stop_OperationMode_Detumbling();
+    void Start_OperationMode_Sun_Pointing(ZAVRA_100_SunPointing_Mode_Parameters parameters);
+    void Stop_OperationMode_Sun_Pointing();
+
+    void
+    Start_TargetPointing_Earth_Const_Velocity_Mode(ZAVRA_100_Earth_TargetPointing_Const_Velocity_Parameters parameters);
+    void Stop_TargetPointing_Earth_Const_Velocity_Mode();
+    void Start_TargetPointing_Earth_Fix_Mode(ZAVRA_100_Earth_TargetPointing_Fixed_Parameters parameters);
+    void Stop_TargetPointing_Earth_Fix_Mode();
+    void Start_TargetPointing_Nadir_Mode(ZAVRA_100_NadirPointing_Parameters parameters);
+    void Stop_TargetPointing_Nadir_Mode();
+    /// With degree 6 the base quaternion is sent as the constant terms of polynomials of that degree; any other degree
+    /// is sent as 0, with the base quaternion alone.
+    void Start_TargetPointing_Inertial_Mode(ZAVRA_100_TargetPointing_Inertial_Parameters parameters);
+    void Stop_TargetPointing_Inertial_Mode();
+
+    void
+    Get_TargetPointing_Target_Parameters_Telemetry(ZAVRA_100_TargetPointing_Target_Parameters_Telemetry* telemetry);
+    void Get_TargetPointing_Operation_Parameters_Telemetry(
+        ZAVRA_100_TargetPointing_Operation_Parameters_Telemetry* telemetry);
+    void Get_TargetPointing_Operation_Data_Telemetry(ZAVRA_100_TargetPointing_Operation_Data_Telemetry* telemetry);
+    void Set_TargetPointing_Operation_Parameters(ZAVRA_100_TargetPointing_Operation_Parameters parameters);
+
+    void Set_KalmanFilter_Parameters(ZAVRA_100_KalmanFilter_Parameters parameters);
+    void Get_KalmanFilter_Parameters(ZAVRA_100_KalmanFilter_Parameters* parameters);
 
     /// @}
 

@@ -43,8 +43,10 @@ private:
                 .list(fields(field.value));
         else if constexpr (std::same_as<Style, Bare>)
             debug_line(values, prefix_, field.label, " = ", field.value);
-        else if constexpr (std::same_as<Style, Text> || std::same_as<Style, Raw_Text>)
+        else if constexpr (std::same_as<Style, Text>)
             characters(field.label, ": ", field.value, std::extent_v<typename F::Value>);
+        else if constexpr (std::same_as<Style, Raw_Text>)
+            characters(field.label, ": ascii = ", field.value, std::extent_v<typename F::Value>);
         else if constexpr (std::is_array_v<typename F::Value>)
             for (std::size_t i = 0; i < std::extent_v<typename F::Value>; ++i)
                 number((std::string(field.label) + '[' + std::to_string(i) + ']').c_str(), field.value[i]);

@@ -9,6 +9,8 @@ here=$(dirname "$0")
 
 "$programs/first_contact"
 "$programs/registers" "$here/zavra_sim_registers.ini"
+"$programs/orbit" "$here/iss.tle"
 
 echo "Shown: an application constructed VELM_ZAVRA_API, reached a unit over a bus, read its telemetry and set its clock."
 echo "Shown: the unit named the error of a damaged request, and cleared it."
+echo "Shown: the unit took a satellite's elements from a TLE file and told where it is at the time its clock was set to."

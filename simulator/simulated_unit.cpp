@@ -3,6 +3,7 @@
 #include "../device/protocol/codec.h"
 #include "../device/protocol/crc8.h"
 #include "../device/protocol/frame.h"
+#include "../device/protocol/startracker_orbit.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -40,6 +41,7 @@ int Simulated_Unit::write(std::span<const unsigned char> bytes)
 {
     const auto guard = lock();
     replies_.clear();
+    native_channel_ = false;
     if (bytes.empty())
         return 0;
     ++parts.system.counters.received_commands;
@@ -68,6 +70,8 @@ void Simulated_Unit::execute(std::span<const unsigned char> frame)
         replies_ = std::move(outcome.replies);
         for (auto& reply : replies_)
             reply.push_back(crc_of(reply));
+        native_channel_ = identifier == protocol::send_startracker_native_command.identifier ||
+                          identifier == protocol::check_startracker_native_reply.identifier;
         break;
     case Command_Table::Status::refused:
         return parts.system.report(System::refused_command);
@@ -83,6 +87,11 @@ int Simulated_Unit::read(std::span<unsigned char> bytes)
     if (clock_.now() < ready_)
         return ENXIO;
     std::fill(bytes.begin(), bytes.end(), static_cast<unsigned char>(0xFF));
+    if (native_channel_ && replies_.empty() && bytes.size() > crc_bytes)
+        if (auto reply = parts.startracker_orbit.take_native_reply(bytes.size() - crc_bytes); !reply.empty()) {
+            reply.push_back(crc_of(reply));
+            replies_.push_back(std::move(reply));
+        }
     if (replies_.empty())
         return 0;
     auto reply = std::find_if(replies_.begin(), replies_.end(),
@@ -90,6 +99,8 @@ int Simulated_Unit::read(std::span<unsigned char> bytes)
     if (reply == replies_.end())
         reply = replies_.begin();
     std::copy_n(reply->begin(), std::min(reply->size(), bytes.size()), bytes.begin());
+    if (native_channel_)
+        replies_.clear();
     return 0;
 }
 
@@ -97,6 +108,7 @@ void Simulated_Unit::reset()
 {
     parts.reset();
     replies_.clear();
+    native_channel_ = false;
 }
 
 }

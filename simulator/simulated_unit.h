@@ -34,7 +34,9 @@ public:
     /// Takes a request frame: checks it, executes it and holds the reply for the reads that follow.
     int write(std::span<const unsigned char> bytes) override;
 
-    /// Gives the reply to the last request; FF bytes beyond it, or without one.
+    /// Gives the reply to the last request; FF bytes beyond it, or without one. Where that request was one for the star
+    /// tracker's native channel, its reply is given once, and each further read takes the next bytes of the native
+    /// reply.
     int read(std::span<unsigned char> bytes) override;
 
     /// Power cycle: time restarts, settings are lost.
@@ -50,6 +52,7 @@ private:
     std::mutex mutex_;
     Command_Table commands_;
     std::vector<Command_Table::Octets> replies_;
+    bool native_channel_ = false; ///< the last request was one for the star tracker's native channel
     Clock::Time ready_{0};
 
 public:

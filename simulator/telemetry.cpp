@@ -78,6 +78,7 @@ ZAVRA_100_Standard_Telemetry Telemetry::standard() const
     t.livelyhood_register = alive;
     t.system_scheduler_register = parts_.system.settings.scheduler_register;
     t.system_error_register = parts_.system.error_register;
+    t.control_main_status = parts_.modes.main_status();
     t.number_of_received_commands = parts_.system.counters.received_commands;
     t.number_of_failed_commands = parts_.system.counters.failed_commands;
     return t;

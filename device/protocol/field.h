@@ -28,7 +28,7 @@ namespace zavra
 struct Plain {};
 struct Hexadecimal {}; ///< Prints ": hex = 0x" and all digits of the type.
 struct Text {};        ///< char array; all but its last element travels, the last one holds the terminator.
-struct Raw_Text {};    ///< char array; every element travels, the terminator too.
+struct Raw_Text {};    ///< char array; every element travels, the terminator too. Prints ": ascii = ".
 struct Character {};   ///< Prints the byte itself where a number would be expected.
 struct Lower_Case {};  ///< The members of this record print their names in lower case.
 struct Underscored {}; ///< The members of this record print their names after an underscore instead of a dot.

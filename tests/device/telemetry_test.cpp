@@ -1,19 +1,11 @@
 #include "tests/support/command_cases.h"
+#include "tests/support/dump_lines.h"
 
 namespace zavra::test
 {
 
 namespace
 {
-
-/// The lines of fields whose values count up from `first`.
-std::vector<std::string> counted(const std::string& frame, const std::vector<std::string>& labels, int first = 1)
-{
-    std::vector<std::string> lines;
-    for (const std::string& label : labels)
-        lines.push_back(frame + "." + label + ": dec = " + std::to_string(first++));
-    return lines;
-}
 
 /// Labels with an axis (or number) put in for the star.
 std::vector<std::string> each(const std::vector<std::string>& patterns, const std::string& axes)
@@ -23,12 +15,6 @@ std::vector<std::string> each(const std::vector<std::string>& patterns, const st
         for (const char axis : axes)
             labels.push_back(std::string(pattern).replace(pattern.find('*'), 1, 1, axis));
     return labels;
-}
-
-std::vector<std::string> operator+(std::vector<std::string> a, const std::vector<std::string>& b)
-{
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
 }
 
 std::vector<std::string> line(const std::string& text)
