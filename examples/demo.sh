@@ -4,13 +4,15 @@
 set -euo pipefail
 
 programs=$1
-here=$(dirname "$0")
-[[ ${2:-} == beside_a_unit ]] || exec "$here/../scripts/with_unit.sh" "$programs/zavra-sim" -- "$0" "$programs" beside_a_unit
+examples=$(dirname "$0")
+[[ ${2:-} == beside_a_unit ]] ||
+    exec "$examples/../scripts/with_unit.sh" "$programs/zavra-sim" -- "$0" "$programs" beside_a_unit
 
 "$programs/first_contact"
-"$programs/registers" "$here/zavra_sim_registers.ini"
-"$programs/orbit" "$here/iss.tle"
+"$programs/registers" "$examples/zavra_sim_registers.ini"
+"$programs/sensors" "$examples/velm_zavra_dev_init.ini"
+"$programs/orbit" "$examples/iss.tle"
+"$programs/modes"
 
-echo "Shown: an application constructed VELM_ZAVRA_API, reached a unit over a bus, read its telemetry and set its clock."
-echo "Shown: the unit named the error of a damaged request, and cleared it."
-echo "Shown: the unit took a satellite's elements from a TLE file and told where it is at the time its clock was set to."
+echo "Shown: telemetry, a clock set, an error named and cleared, sensors configured from a file, an orbit propagated from a TLE and" \
+    "every operation mode, all through VELM_ZAVRA_API over a bus."
