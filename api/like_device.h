@@ -11,9 +11,6 @@ template <>
 inline constexpr auto field_list<VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT> = field_list<ZAVRA_100_Vector3_float>;
 
 template <>
-inline constexpr auto field_list<VELM_ZAVRA_API_VECTOR6_XYZUVW_FLOAT> = field_list<ZAVRA_100_Vector6_float>;
-
-template <>
 inline constexpr auto field_list<VELM_ZAVRA_API_QUATERNION_FLOAT> = field_list<ZAVRA_100_Quaternion_float>;
 
 template <>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../device/protocol/modes.h"
+#include "like_actuators.h"
 #include "like_device.h"
 #include "records/modes.h"
 

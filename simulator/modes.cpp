@@ -56,7 +56,10 @@ ZAVRA_100_Quaternion_float constant_attitude(const Inertial_Request& request)
 
 }
 
-Modes::Modes(Command_Table& commands, const Unit_Time& time, const World& world) : time_(time), world_(world)
+Modes::Modes(Command_Table& commands, const Unit_Time& time, const World& world, const Actuators& actuators)
+    : time_(time),
+      world_(world),
+      actuators_(actuators)
 {
     using namespace protocol;
     commands.on(set_operationmode_idle, [this] { enter(idle); });
@@ -180,6 +183,8 @@ ZAVRA_100_TargetPointing_Operation_Data_Telemetry Modes::operation_data() const
     t.angular_velocity_bf = world_.angular_velocity_radps();
     t.target_quaternion = settings.target.end_quaternion;
     t.attitude_quaternion = world_.attitude();
+    t.target_rw_speed = actuators_.wheel_targets_radps();
+    t.current_rw_speed = actuators_.wheel_speeds_radps();
     return t;
 }
 

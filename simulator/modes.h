@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../device/records/modes.h"
+#include "actuators.h"
 #include "command_table.h"
 #include "unit_time.h"
 #include "world.h"
@@ -24,7 +25,7 @@ namespace zavra
 /// - target_quaternion: the constant terms of the inertial mode's polynomials, 0 in the other modes
 /// - tolerances and update interval: from the mode that was started or the operation parameters, whichever came last
 ///
-/// The unit does not turn the satellite, so that prealignment and wheel speeds stay 0.
+/// The unit does not turn the satellite, so that the prealignment fields stay 0.
 class Modes
 {
 public:
@@ -54,7 +55,7 @@ public:
         ZAVRA_100_TargetPointing_Operation_Parameters_Telemetry operation_in_use{};
     };
 
-    Modes(Command_Table& commands, const Unit_Time& time, const World& world);
+    Modes(Command_Table& commands, const Unit_Time& time, const World& world, const Actuators& actuators);
 
     /// The mode that the unit is in now, or waits to enter.
     Mode mode() const;
@@ -76,6 +77,7 @@ private:
 
     const Unit_Time& time_;
     const World& world_;
+    const Actuators& actuators_;
 };
 
 }

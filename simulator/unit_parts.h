@@ -21,7 +21,7 @@ struct Unit_Parts
           startracker_orbit(commands, time, world),
           actuators(commands, time, world),
           controllers(commands, time, world),
-          modes(commands, time, world)
+          modes(commands, time, world, actuators)
     {
     }
 

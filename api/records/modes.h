@@ -1,5 +1,6 @@
 #pragma once
 
+#include "actuators.h"
 #include "vectors.h"
 
 /// @file
@@ -163,6 +164,6 @@ struct VELM_ZAVRA_API_TARGET_POINTING_OPERATION_DATA_TELEMETRY
     VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT angular_velocity_bf;                ///< rad/s
     VELM_ZAVRA_API_QUATERNION_FLOAT target_quaternion;
     VELM_ZAVRA_API_QUATERNION_FLOAT attitude_quaternion;
-    VELM_ZAVRA_API_VECTOR6_XYZUVW_FLOAT target_rw_speed;  ///< rad/s
-    VELM_ZAVRA_API_VECTOR6_XYZUVW_FLOAT current_rw_speed; ///< rad/s
+    VELM_ZAVRA_API_REACTIONWHEEL_SPEEDS target_rw_speed;
+    VELM_ZAVRA_API_REACTIONWHEEL_SPEEDS current_rw_speed;
 };

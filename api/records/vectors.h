@@ -11,17 +11,6 @@ struct VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT
     float z;
 };
 
-/// One component per reaction wheel: x, y, z, u, v, w are wheels 0 to 5.
-struct VELM_ZAVRA_API_VECTOR6_XYZUVW_FLOAT
-{
-    float x;
-    float y;
-    float z;
-    float u;
-    float v;
-    float w;
-};
-
 /// Quaternion. Mind the order of declaration: q_3 stands before q_2. The library converts components by name.
 struct VELM_ZAVRA_API_QUATERNION_FLOAT
 {

@@ -98,6 +98,7 @@ TEST_F(Modes_Test, target_pointing_telemetry_follows_what_was_started)
     world.angular_velocity = {0.1F, 0.2F, 0.3F};
     world.quaternion = {0.5F, -0.5F, 0.5F, -0.5F};
     device.Set_Epoch_Time(1000);
+    device.Set_ReactionWheel_Speed(4, 500);
     device.Start_TargetPointing_Earth_Const_Velocity_Mode(moving);
     const auto data = progress();
     EXPECT_EQ(data.current_epoch_time_msec, 1000U);
@@ -106,7 +107,10 @@ TEST_F(Modes_Test, target_pointing_telemetry_follows_what_was_started)
     EXPECT_EQ(data.state_target, Modes::pointing);
     EXPECT_EQ(data.angular_velocity_bf.z, 0.3F);
     EXPECT_EQ(data.attitude_quaternion.q_2, -0.5F);
+    EXPECT_EQ(data.target_rw_speed.v, 500.0F);
+    EXPECT_EQ(data.current_rw_speed.v, 0.0F);
     advance(2000);
+    EXPECT_NEAR(progress().current_rw_speed.v, 100, 0.01) << "1e-4 N m on 2e-6 kg m^2 for two seconds";
     EXPECT_EQ(progress().current_state, Modes::pointing);
     EXPECT_EQ(progress().next_action_epoch_time_msec, 4000U);
     EXPECT_EQ(target().current_epoch_time_msec, 3000U);
