@@ -1,5 +1,5 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-arm test-clang tidy benchmark size package abi abi-record clean
+.PHONY: help demo test test-arm test-clang tidy protocol-reference benchmark size package abi abi-record clean
 
 help:
 	@echo "make demo       build, start a simulated unit and show an application talking to it"
@@ -7,6 +7,7 @@ help:
 	@echo "make test-arm   the tests built for 32-bit ARM and run under emulation"
 	@echo "make test-clang the tests built with Clang"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
+	@echo "make protocol-reference  rewrite docs/protocol.md from the command descriptors"
 	@echo "make benchmark  CPU cost of commands, codec and CRC"
 	@echo "make size       the flight build: its checks, and how large its library is"
 	@echo "make package    Debian packages for this machine and for 32-bit ARM, in build/packages"
@@ -36,6 +37,13 @@ tidy:
 	@scripts/setup.sh base clang
 	@cmake --preset clang --log-level=WARNING
 	@run-clang-tidy -quiet -p build/clang '/(device|api|platform|simulator|tools|examples)/.*\.cpp$$'
+
+protocol-reference:
+	@scripts/setup.sh base
+	@cmake --preset dev --log-level=WARNING
+	@cmake --build --preset dev --target protocol_reference -- --quiet
+	@build/dev/bin/protocol_reference >build/protocol.md
+	@mv build/protocol.md docs/protocol.md
 
 benchmark:
 	@scripts/setup.sh base benchmark

@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 declare -A packages=(
-    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev libgtest-dev libgmock-dev pkgconf"
+    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libtomlplusplus-dev libgtest-dev libgmock-dev pkgconf"
     [benchmark]="libbenchmark-dev"
     [clang]="clang clang-tidy clang-format"
     [arm]="g++-arm-linux-gnueabihf qemu-user"

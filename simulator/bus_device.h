@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 namespace zavra
 {
@@ -12,7 +13,8 @@ class Bus_Device
 public:
     virtual ~Bus_Device() = default;
     virtual int write(std::span<const unsigned char> bytes) = 0;
-    virtual int read(std::span<unsigned char> bytes) = 0;
+    /// Fills `bytes`; a device that gives fewer than are wanted makes it shorter.
+    virtual int read(std::vector<unsigned char>& bytes) = 0;
 };
 
 }

@@ -165,21 +165,21 @@ std::vector<unsigned char> Bus_Server::transact(const unsigned char* request, st
     const auto device = devices_.find(request[0] >> 1U);
     const std::span<const unsigned char> body{request + 1, size - 1};
 
-    std::vector<unsigned char> reply(1);
+    std::vector<unsigned char> bytes;
     int error = ENXIO;
     if (device != devices_.end()) {
         if (!is_read) {
             error = device->second->write(body);
         } else if (body.size() == 2) {
-            reply.resize(1 + (std::size_t{body[0]} << 8U | body[1]));
-            error = device->second->read(std::span{reply}.subspan(1));
+            bytes.resize(std::size_t{body[0]} << 8U | body[1]);
+            error = device->second->read(bytes);
         } else {
             error = EINVAL;
         }
     }
-    if (error != 0)
-        reply.resize(1);
-    reply[0] = static_cast<unsigned char>(error);
+    std::vector<unsigned char> reply{static_cast<unsigned char>(error)};
+    if (error == 0)
+        reply.insert(reply.end(), bytes.begin(), bytes.end());
     return reply;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 
 namespace zavra
@@ -30,11 +31,11 @@ public:
 class Manual_Clock : public Clock
 {
 public:
-    Time now() const override { return now_; }
-    void advance(Time time) { now_ += time; }
+    Time now() const override { return Time(now_); }
+    void advance(Time time) { now_ += time.count(); }
 
 private:
-    Time now_{0};
+    std::atomic<Time::rep> now_ = 0; // advanced by a test while a bus server's thread looks
 };
 
 }

@@ -11,24 +11,6 @@
 namespace zavra
 {
 
-namespace
-{
-
-unsigned char crc_of(std::span<const unsigned char> bytes)
-{
-    static const auto table = [] {
-        struct
-        {
-            unsigned char entries[256];
-        } filled{};
-        fill_crc8_table(filled.entries);
-        return filled;
-    }();
-    return crc8(table.entries, bytes.data(), bytes.size());
-}
-
-}
-
 Simulated_Unit::Simulated_Unit(World& world, const Clock& clock, const Options& options)
     : clock_(clock),
       options_(options),
@@ -53,7 +35,7 @@ int Simulated_Unit::write(std::span<const unsigned char> bytes)
 void Simulated_Unit::execute(std::span<const unsigned char> frame)
 {
     const auto protected_bytes = frame.first(frame.size() - crc_bytes);
-    if (frame.back() != crc_of(protected_bytes))
+    if (frame.back() != crc8(protected_bytes))
         return parts.system.report(System::bad_request_crc);
     if (protected_bytes.size() < frame_header_bytes)
         return parts.system.report(System::unknown_command_or_wrong_length);
@@ -69,7 +51,7 @@ void Simulated_Unit::execute(std::span<const unsigned char> frame)
     case Command_Table::Status::done:
         replies_ = std::move(outcome.replies);
         for (auto& reply : replies_)
-            reply.push_back(crc_of(reply));
+            reply.push_back(crc8(reply));
         native_channel_ = identifier == protocol::send_startracker_native_command.identifier ||
                           identifier == protocol::check_startracker_native_reply.identifier;
         break;
@@ -81,7 +63,7 @@ void Simulated_Unit::execute(std::span<const unsigned char> frame)
     }
 }
 
-int Simulated_Unit::read(std::span<unsigned char> bytes)
+int Simulated_Unit::read(std::vector<unsigned char>& bytes)
 {
     const auto guard = lock();
     if (clock_.now() < ready_)
@@ -89,7 +71,7 @@ int Simulated_Unit::read(std::span<unsigned char> bytes)
     std::fill(bytes.begin(), bytes.end(), static_cast<unsigned char>(0xFF));
     if (native_channel_ && replies_.empty() && bytes.size() > crc_bytes)
         if (auto reply = parts.startracker_orbit.take_native_reply(bytes.size() - crc_bytes); !reply.empty()) {
-            reply.push_back(crc_of(reply));
+            reply.push_back(crc8(reply));
             replies_.push_back(std::move(reply));
         }
     if (replies_.empty())
@@ -102,6 +84,12 @@ int Simulated_Unit::read(std::span<unsigned char> bytes)
     if (native_channel_)
         replies_.clear();
     return 0;
+}
+
+Command_Table::Outcome Simulated_Unit::command(unsigned short identifier, std::span<const unsigned char> payload)
+{
+    const auto guard = lock();
+    return commands_.execute(identifier, payload);
 }
 
 void Simulated_Unit::reset()

@@ -7,6 +7,7 @@
 #include "unit_parts.h"
 #include "world.h"
 
+#include <memory>
 #include <mutex>
 
 namespace zavra
@@ -28,6 +29,9 @@ public:
     Simulated_Unit(World& world, const Clock& clock, const Options& options);
     Simulated_Unit(World& world, const Clock& clock) : Simulated_Unit(world, clock, Options{}) {}
 
+    /// In a Canned_World of its own, by the computer's clock.
+    Simulated_Unit() : Simulated_Unit(std::make_unique<Surroundings>()) {}
+
     Simulated_Unit(const Simulated_Unit&) = delete;
     Simulated_Unit& operator=(const Simulated_Unit&) = delete;
 
@@ -37,7 +41,10 @@ public:
     /// Gives the reply to the last request; FF bytes beyond it, or without one. Where that request was one for the star
     /// tracker's native channel, its reply is given once, and each further read takes the next bytes of the native
     /// reply.
-    int read(std::span<unsigned char> bytes) override;
+    int read(std::vector<unsigned char>& bytes) override;
+
+    /// Executes a command without the bus: at once, uncounted, and the reply that is held for the bus stays.
+    Command_Table::Outcome command(unsigned short identifier, std::span<const unsigned char> payload);
 
     /// Power cycle: time restarts, settings are lost.
     void reset();
@@ -45,8 +52,20 @@ public:
     std::unique_lock<std::mutex> lock() { return std::unique_lock{mutex_}; }
 
 private:
+    struct Surroundings
+    {
+        Canned_World world;
+        Steady_Clock clock;
+    };
+
+    explicit Simulated_Unit(std::unique_ptr<Surroundings> own) : Simulated_Unit(own->world, own->clock)
+    {
+        own_ = std::move(own);
+    }
+
     void execute(std::span<const unsigned char> frame);
 
+    std::unique_ptr<Surroundings> own_;
     const Clock& clock_;
     const Options options_;
     std::mutex mutex_;

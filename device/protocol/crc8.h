@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 
 namespace zavra
 {
@@ -28,6 +29,19 @@ constexpr unsigned char crc8(const unsigned char (&table)[256], const unsigned c
     for (std::size_t i = 0; i < length; ++i)
         crc = table[crc ^ data[i]];
     return crc;
+}
+
+struct Crc8_Table
+{
+    constexpr Crc8_Table() { fill_crc8_table(entries); }
+    unsigned char entries[256]{};
+};
+
+inline constexpr Crc8_Table crc8_table;
+
+constexpr unsigned char crc8(std::span<const unsigned char> bytes)
+{
+    return crc8(crc8_table.entries, bytes.data(), bytes.size());
 }
 
 }

@@ -3,13 +3,10 @@
 #include <VELM_I2C_DEV.h>
 #include <VELM_ZAVRA_API.h>
 
-#include <csignal>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <memory>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 namespace zavra::test
 {
@@ -102,32 +99,6 @@ TEST_F(Bus_Test, two_units_and_several_clients_share_a_bus)
     std::thread thread(work, 11);
     work(10);
     thread.join();
-}
-
-TEST_F(Bus_Test, the_program_says_where_it_listens_and_removes_its_socket)
-{
-    for (const int signal : {SIGINT, SIGTERM}) {
-        const std::string output = directory / "output";
-        const pid_t child = ::fork();
-        if (child == 0) {
-            if (std::freopen(output.c_str(), "w", stdout) != nullptr)
-                ::execl("/bin/sh", "sh", "-c", "exec " ZAVRA_SIM " --bus-dir \"$0\" --latency 0", directory.c_str(),
-                        nullptr);
-            ::_exit(127);
-        }
-        for (int tries = 0; tries < 500 && !std::filesystem::is_socket(directory / "i2c-0"); ++tries)
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        EXPECT_NO_THROW(ZAVRA_100(10, "i2c-0").Clear_System_Error_Register());
-        ::kill(child, signal);
-        int status = -1;
-        ::waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-        EXPECT_FALSE(std::filesystem::exists(directory / "i2c-0"));
-        std::ifstream file(output);
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
-        EXPECT_THAT(text, testing::HasSubstr("at address 10 on " + (directory / "i2c-0").string()));
-        EXPECT_THAT(text, testing::HasSubstr("export VELM_I2C_BUS_DIR=" + directory.string()));
-    }
 }
 
 }
