@@ -1,13 +1,18 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-clang tidy protocol-reference benchmark clean
+.PHONY: help demo test test-arm test-clang tidy protocol-reference benchmark size package abi abi-record clean
 
 help:
 	@echo "make demo       build, start a simulated unit and show an application talking to it"
 	@echo "make test       build and run all tests, plain and with the sanitizers"
+	@echo "make test-arm   the tests built for 32-bit ARM and run under emulation"
 	@echo "make test-clang the tests built with Clang"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
 	@echo "make protocol-reference  rewrite docs/protocol.md from the command descriptors"
 	@echo "make benchmark  CPU cost of commands, codec and CRC"
+	@echo "make size       the flight build: its checks, and how large its library is"
+	@echo "make package    Debian packages for this machine and for 32-bit ARM, in build/packages"
+	@echo "make abi        compares the library's binary interface on ARM with the one recorded"
+	@echo "make abi-record records it, when a change is wanted"
 	@echo "make clean      remove the build trees"
 
 demo:
@@ -19,6 +24,10 @@ demo:
 test:
 	@scripts/setup.sh base
 	@scripts/test.sh dev sanitize
+
+test-arm:
+	@scripts/setup.sh base arm
+	@scripts/test.sh arm
 
 test-clang:
 	@scripts/setup.sh base clang
@@ -41,6 +50,20 @@ benchmark:
 	@cmake --preset release --log-level=WARNING
 	@cmake --build --preset release --target zavra_benchmark -- --quiet
 	@build/release/bin/zavra_benchmark
+
+size:
+	@scripts/setup.sh base arm
+	@cmake --preset flight --log-level=WARNING
+	@cmake --build --preset flight -- --quiet
+	@scripts/size.sh build/flight
+
+package:
+	@scripts/setup.sh base arm package
+	@scripts/package.sh
+
+abi abi-record:
+	@scripts/setup.sh base arm abi
+	@scripts/abi.sh $@
 
 clean:
 	rm -rf build

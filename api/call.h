@@ -28,7 +28,7 @@ namespace zavra
 /// Records convert field by field by name, where their field lists are one; enumerations are cut to the device's
 /// integer and widened from it; everything else passes unchanged.
 template <class To, class From>
-To convert(const From& from)
+[[gnu::flatten]] To convert(const From& from)
 {
     if constexpr (std::is_same_v<To, From>) {
         return from;
@@ -43,7 +43,7 @@ To convert(const From& from)
 
 /// Runs an operation; the device layer's failure leaves as the API's.
 template <class Action>
-decltype(auto) operation(const char* action_words, Action&& action)
+auto operation(const char* action_words, Action&& action)
 {
     return translate<ZAVRA_100_Exception, VELM_ZAVRA_API_Exception>(action_words, action);
 }

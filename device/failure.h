@@ -3,6 +3,7 @@
 #include "ZAVRA_100.h"
 
 #include <string>
+#include <type_traits>
 
 namespace zavra
 {
@@ -14,25 +15,40 @@ inline std::string failure(const char* action_words, const std::string& reason)
 }
 
 /// Runs an action of one layer; a failure of the layer below becomes this layer's own.
-template <class Inner, class Outer, class Action>
-decltype(auto) translate(const char* action_words, Action&& action)
+template <class Inner, class Outer>
+[[gnu::noinline]] void translate(const char* action_words, void (*run)(void*), void* action)
 {
     try {
-        return action();
+        run(action);
     } catch (const Inner& inner) {
         throw Outer(failure(action_words, inner.what()));
     }
 }
 
+/// There are as many actions as commands; what they share is in the function above, once.
+template <class Inner, class Outer, class Action>
+auto translate(const char* action_words, Action&& action)
+{
+    using Result = decltype(action());
+    if constexpr (std::is_void_v<Result>) {
+        const auto run = [](void* it) { (*static_cast<std::remove_reference_t<Action>*>(it))(); };
+        translate<Inner, Outer>(action_words, run, &action);
+    } else {
+        Result result{};
+        translate<Inner, Outer>(action_words, [&] { result = action(); });
+        return result;
+    }
+}
+
 /// What a device method does: a failure of the transport, or of the platform's bus, leaves as ZAVRA_100_Exception.
 template <class Inner = ZAVRA_100_Exception, class Action>
-decltype(auto) attempt(const char* action_words, Action&& action)
+auto attempt(const char* action_words, Action&& action)
 {
     return translate<Inner, ZAVRA_100_Exception>(action_words, action);
 }
 
 /// Refuses an argument before anything is sent.
-[[noreturn]] inline void reject(const char* action_words, const char* reason)
+[[noreturn, gnu::noinline]] inline void reject(const char* action_words, const char* reason)
 {
     throw ZAVRA_100_Exception(failure(action_words, reason));
 }

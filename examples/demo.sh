@@ -1,27 +1,12 @@
 #!/usr/bin/env bash
-# Starts a simulated unit on a private bus, runs the example against it and stops it again.
+# Starts a simulated unit on a private bus, runs the examples against it and stops it again.
 # Usage: demo.sh DIRECTORY_OF_PROGRAMS
 set -euo pipefail
 
 programs=$1
 examples=$(dirname "$0")
-VELM_I2C_BUS_DIR=$(mktemp -d)
-export VELM_I2C_BUS_DIR
-
-simulator=
-finish() {
-    [[ -z $simulator ]] || { kill "$simulator" && wait "$simulator"; } 2>/dev/null || true
-    rm -rf "$VELM_I2C_BUS_DIR"
-}
-trap finish EXIT
-
-"$programs/zavra-sim" --bus-dir "$VELM_I2C_BUS_DIR" &
-simulator=$!
-for _ in {1..100}; do
-    [[ -S $VELM_I2C_BUS_DIR/i2c-0 ]] && break
-    kill -0 "$simulator" 2>/dev/null || { echo "demo: the simulated unit did not start" >&2; exit 1; }
-    sleep 0.05
-done
+[[ ${2:-} == beside_a_unit ]] ||
+    exec "$examples/../scripts/with_unit.sh" "$programs/zavra-sim" -- "$0" "$programs" beside_a_unit
 
 "$programs/first_contact"
 "$programs/registers" "$examples/zavra_sim_registers.ini"
@@ -29,8 +14,5 @@ done
 "$programs/orbit" "$examples/iss.tle"
 "$programs/modes"
 
-kill "$simulator"
-wait "$simulator"
-simulator=
 echo "Shown: telemetry, a clock set, an error named and cleared, sensors configured from a file, an orbit propagated from a TLE and" \
     "every operation mode, all through VELM_ZAVRA_API over a bus."

@@ -93,7 +93,7 @@ void Fault_Injector::flip_bits(std::vector<unsigned char>& bytes)
     if (bytes.empty())
         return;
     const std::size_t bits = 8 * bytes.size();
-    const std::size_t first = random_() % bits;
+    const auto first = static_cast<std::size_t>(random_() % bits);
     const auto pattern = 1U | static_cast<unsigned int>(random_() & 0xFFU);
     for (std::size_t i = 0; i < 8 && first + i < bits; ++i)
         if ((pattern >> i & 1U) != 0)
@@ -141,7 +141,7 @@ int Fault_Injector::read(std::vector<unsigned char>& bytes)
     if (transaction.error == 0) {
         reply_ = bytes;
         if (transaction.fault == Fault::short_reply) {
-            bytes.resize(bytes.empty() ? 0 : random_() % bytes.size());
+            bytes.resize(bytes.empty() ? 0 : static_cast<std::size_t>(random_() % bytes.size()));
         } else if (transaction.fault == Fault::stale) {
             const std::size_t size = bytes.size();
             bytes = reply_before_;

@@ -74,7 +74,7 @@ struct Command<Command_Result(Argument...)>
 
 /// Packs values into their places in a payload.
 template <class... Value>
-constexpr void pack(unsigned char* payload, const Value&... each)
+[[gnu::flatten]] constexpr void pack(unsigned char* payload, const Value&... each)
 {
     Packer packer{payload};
     (packer(each), ...);
@@ -88,7 +88,7 @@ inline constexpr bool is_tuple<std::tuple<T...>> = true;
 
 /// The value of a payload, or the values of one as a tuple.
 template <class Result>
-constexpr Result unpack(const unsigned char* payload)
+[[gnu::flatten]] constexpr Result unpack(const unsigned char* payload)
 {
     Unpacker unpacker{payload};
     Result result{};

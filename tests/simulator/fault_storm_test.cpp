@@ -184,7 +184,7 @@ private:
             if (i % 500 == 0)
                 calm();
             clock.advance(Clock::Time(20));
-            const std::size_t which = random() % all.size();
+            const auto which = static_cast<std::size_t>(random() % all.size());
             SCOPED_TRACE("call " + std::to_string(i) + ": " + all[which].setter->method);
             if (random() % 2 == 0)
                 set(which);

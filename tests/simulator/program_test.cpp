@@ -31,7 +31,7 @@ protected:
         if (process == 0) {
             ::dup2(ends[1], STDOUT_FILENO);
             ::dup2(::open(errors().c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDERR_FILENO);
-            ::execv(ZAVRA_SIM, argv.data());
+            ::execvp(argv.front(), argv.data());
             ::_exit(127);
         }
         ::close(ends[1]);

@@ -1,0 +1,88 @@
+# What an installation has, and the Debian packages of it: the library, what is needed to develop with it, the tools.
+include(CMakePackageConfigHelpers)
+set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/velm_zavra)
+set(libraries velm_zavra_api velm_platform)
+set(header_rooms api device)
+if(NOT VELM_PLATFORM_ROOT)
+  list(APPEND libraries velm_api_core velm_api_ext)
+  list(APPEND header_rooms platform)
+endif()
+
+install(TARGETS ${libraries} EXPORT velm_zavra
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development)
+foreach(room IN LISTS header_rooms)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${room}/ DESTINATION ${VELM_INSTALL_INCLUDEDIR}/${room} COMPONENT development
+          FILES_MATCHING REGEX "/(VELM_|ZAVRA_|records/)[^/]*\\.h$" REGEX "/(linux|protocol)$" EXCLUDE)
+endforeach()
+
+install(EXPORT velm_zavra NAMESPACE velm_zavra:: FILE velm_zavraTargets.cmake
+        DESTINATION ${config_dir} COMPONENT development)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/velm_zavraConfig.cmake.in velm_zavraConfig.cmake
+                              INSTALL_DESTINATION ${config_dir}
+                              NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+write_basic_package_version_file(velm_zavraConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/velm_zavraConfig.cmake ${PROJECT_BINARY_DIR}/velm_zavraConfigVersion.cmake
+        DESTINATION ${config_dir} COMPONENT development)
+if(VELM_PLATFORM_ROOT)
+  install(FILES ${CMAKE_CURRENT_LIST_DIR}/velm_platform_sdk.cmake DESTINATION ${config_dir} COMPONENT development)
+endif()
+
+if(VELM_PLATFORM_ROOT)
+  set(platform_cflags "-I${VELM_PLATFORM_ROOT}/include")
+  set(platform_libs "-L${VELM_PLATFORM_ROOT}/lib -lvelm_api_core -lvelm_api_ext")
+else()
+  set(platform_cflags "-I\${includedir}/platform")
+  set(platform_libs "-lvelm_api_core -lvelm_api_ext")
+endif()
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH prefix_from_pkgconfig /${pkgconfig_dir} /)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/velm_zavra.pc.in velm_zavra.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/velm_zavra.pc DESTINATION ${pkgconfig_dir} COMPONENT development)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_CONTACT "${PROJECT_NAME} maintainers <maintainers@localhost>")
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_GROUPING IGNORE)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL library development)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE
+    GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME libvelm-zavra${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
+set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "The shared library that applications run with")
+set(library_package "${CPACK_DEBIAN_LIBRARY_PACKAGE_NAME} (>= ${PROJECT_VERSION})")
+file(CONFIGURE OUTPUT shlibs CONTENT "libvelm_zavra_api ${PROJECT_VERSION_MAJOR} ${library_package}\n")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/shlibs)
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvelm-zavra-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS library)
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Headers, and configuration for CMake and pkg-config, to build applications with")
+
+if(VELM_BUILD_TOOLS)
+  list(APPEND CPACK_COMPONENTS_ALL tools)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME velm-zavra-tools)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
+  set(CPACK_COMPONENT_TOOLS_DEPENDS library)
+  set(CPACK_COMPONENT_TOOLS_DESCRIPTION "Programs for the bench: a simulated unit, and what talks to units")
+endif()
+
+if(CMAKE_CROSSCOMPILING)
+  # dpkg-shlibdeps knows the build machine's libraries only. These are what Debian 12's cross compiler links with.
+  set(runtime "libc6 (>= 2.36), libgcc-s1 (>= 12), libstdc++6 (>= 12)")
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime}")
+  if(NOT VELM_PLATFORM_ROOT)
+    string(APPEND runtime ", libiniparser1 (>= 4.1)")
+  endif()
+  set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "${runtime}")
+else()
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+endif()
+include(CPack)

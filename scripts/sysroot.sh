@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Unpacks the armhf libraries that a cross build needs into build/sysroot-armhf, with a package state of its own: the
+# machine does not become a multi-architecture one, and nothing is installed.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev libtomlplusplus3 libtomlplusplus-dev libncurses-dev libncurses6 libncursesw6 libtinfo6"
+sysroot=build/sysroot-armhf
+[[ $(cat $sysroot/packages 2>/dev/null) == "$packages" ]] && exit 0
+
+echo "setup: unpacking $packages for armhf"
+rm -rf $sysroot
+mkdir -p build
+work=$(mktemp -d "$PWD/build/sysroot.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+mkdir -p "$work"/{state/lists/partial,cache/archives/partial,debs,root}
+touch "$work/state/status"
+cat >"$work/apt.conf" <<EOF
+APT::Architecture "armhf";
+APT::Architectures { "armhf"; };
+APT::Sandbox::User "$(id -un)";
+Dir::State "$work/state";
+Dir::State::status "$work/state/status";
+Dir::Cache "$work/cache";
+EOF
+export APT_CONFIG=$work/apt.conf
+apt-get update -q || echo "setup: not every package source has armhf lists; going on with those that have"
+# shellcheck disable=SC2086 # a list of words
+(cd "$work/debs" && apt-get download -q $packages)
+for package in "$work"/debs/*.deb; do
+    dpkg-deb --extract "$package" "$work/root"
+done
+ln -s /usr/arm-linux-gnueabihf/lib "$work/root/lib" # the cross compiler's C and C++ libraries, for the emulator
+echo "$packages" >"$work/root/packages"
+mv "$work/root" $sysroot

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# The Debian packages are complete: unpacked into an empty tree, an application builds and runs with what is there.
+# Usage: packages.sh BUILD_DIRECTORY ARCHITECTURE COMPILER LINKER_FLAGS [EMULATOR...]
+set -euo pipefail
+here=$(dirname "$0")
+packages=$1/packages architecture=$2 compiler=$3 linker_flags=$4
+emulator=("${@:5}")
+
+tree=$(mktemp -d)
+trap 'rm -rf "$tree"' EXIT
+for name in libvelm-zavra1 libvelm-zavra-dev velm-zavra-tools; do
+    package=("$packages/${name}"_*_"$architecture.deb")
+    echo "== ${package[0]##*/}"
+    dpkg-deb --field "${package[0]}" Architecture Depends
+    dpkg-deb --contents "${package[0]}" | awk '!/\/$/ { print "  " $6 }'
+    [[ $(dpkg-deb --field "${package[0]}" Architecture) == "$architecture" ]]
+    dpkg-deb --extract "${package[0]}" "$tree"
+done
+
+libraries=$("$compiler" -print-multiarch)
+# shellcheck disable=SC2086 # a list of words
+"$here/compile.sh" "$tree/usr" "lib/$libraries" application "$compiler" "$here/application/main.cpp" "$tree/consumer" \
+    $linker_flags
+export LD_LIBRARY_PATH=$tree/usr/lib/$libraries
+"$here/../../scripts/with_unit.sh" "${emulator[@]}" "$tree/usr/bin/zavra-sim" -- "${emulator[@]}" "$tree/consumer"
+echo "The $architecture packages work."
