@@ -4,7 +4,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev libtomlplusplus3 libtomlplusplus-dev libncurses-dev libncurses6 libncursesw6 libtinfo6"
+packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev"
+packages+=" libtomlplusplus3 libtomlplusplus-dev libncursesw6 libtinfo6 libncurses-dev"
 sysroot=build/sysroot-armhf
 [[ $(cat $sysroot/packages 2>/dev/null) == "$packages" ]] && exit 0
 
@@ -29,6 +30,10 @@ apt-get update -q || echo "setup: not every package source has armhf lists; goin
 (cd "$work/debs" && apt-get download -q $packages)
 for package in "$work"/debs/*.deb; do
     dpkg-deb --extract "$package" "$work/root"
+done
+cp -a "$work/root/lib" "$work/root/usr" && rm -r "$work/root/lib" # one place for libraries, as on any Debian machine
+find "$work/root/usr/lib" -lname '/lib/*' | while read -r link; do
+    ln -sf "$(basename "$(readlink "$link")")" "$link"
 done
 ln -s /usr/arm-linux-gnueabihf/lib "$work/root/lib" # the cross compiler's C and C++ libraries, for the emulator
 echo "$packages" >"$work/root/packages"

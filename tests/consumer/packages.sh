@@ -6,6 +6,20 @@ here=$(dirname "$0")
 packages=$1/packages architecture=$2 compiler=$3 linker_flags=$4
 emulator=("${@:5}")
 
+# A shared library that the package does not have must come from one it depends on: libfoo.so.1 from libfoo1.
+check_dependencies() {
+    local file soname
+    for file in "$1"/usr/bin/* "$1"/usr/lib/*/*.so*; do
+        [[ -f $file && ! -L $file ]] || continue
+        for soname in $(readelf --dynamic "$file" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p'); do
+            case $soname in
+            libvelm_* | libm.so.* | ld-linux*) continue ;; # our own, and libc's
+            esac
+            [[ $2 == *"$(sed 's/\.so\.//; s/_/-/g' <<<"$soname")"* ]] || { echo "$file needs $soname" >&2; return 1; }
+        done
+    done
+}
+
 tree=$(mktemp -d)
 trap 'rm -rf "$tree"' EXIT
 for name in libvelm-zavra1 libvelm-zavra-dev velm-zavra-tools; do
@@ -14,7 +28,9 @@ for name in libvelm-zavra1 libvelm-zavra-dev velm-zavra-tools; do
     dpkg-deb --field "${package[0]}" Architecture Depends
     dpkg-deb --contents "${package[0]}" | awk '!/\/$/ { print "  " $6 }'
     [[ $(dpkg-deb --field "${package[0]}" Architecture) == "$architecture" ]]
-    dpkg-deb --extract "${package[0]}" "$tree"
+    dpkg-deb --extract "${package[0]}" "$tree/$name"
+    check_dependencies "$tree/$name" "$(dpkg-deb --field "${package[0]}" Depends)"
+    cp -a "$tree/$name/usr" "$tree"
 done
 
 libraries=$("$compiler" -print-multiarch)
