@@ -14,6 +14,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,-rpath-link,${sysroot}/usr/lib/arm-linux-gnueabihf)
+set(sysroot_libraries ${sysroot}/usr/lib/arm-linux-gnueabihf)
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-L${sysroot_libraries} -Wl,-rpath-link,${sysroot_libraries}")
 set(CMAKE_CROSSCOMPILING_EMULATOR qemu-arm -L ${sysroot})
 set(CMAKE_CXX_FLAGS_INIT -Wno-psabi) # notes about a change of the C++ ABI in GCC 7 only

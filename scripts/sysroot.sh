@@ -30,6 +30,10 @@ apt-get update -q || echo "setup: not every package source has armhf lists; goin
 for package in "$work"/debs/*.deb; do
     dpkg-deb --extract "$package" "$work/root"
 done
+if [[ -d $work/root/lib ]]; then # packages from before /lib and /usr/lib became one
+    cp -a "$work/root/lib/." "$work/root/usr/lib/"
+    rm -rf "$work/root/lib"
+fi
 ln -s /usr/arm-linux-gnueabihf/lib "$work/root/lib" # the cross compiler's C and C++ libraries, for the emulator
 echo "$packages" >"$work/root/packages"
 mv "$work/root" $sysroot
