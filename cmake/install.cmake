@@ -77,7 +77,7 @@ if(CMAKE_CROSSCOMPILING)
   # dpkg-shlibdeps knows the build machine's libraries only. These are what Debian 12's cross compiler links with.
   set(runtime "libc6 (>= 2.36), libgcc-s1 (>= 12), libstdc++6 (>= 12)")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
-      "${runtime}, libncursesw6 (>= 6), libtinfo6 (>= 6), libtomlplusplus3 (>= 3.3)")
+      "${runtime}, libncursesw6 (>= 6.4), libtinfo6 (>= 6.4), libtomlplusplus3 (>= 3.3.0)")
   if(NOT VELM_PLATFORM_ROOT)
     string(APPEND runtime ", libiniparser1 (>= 4.1)")
   endif()

@@ -4,8 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev"
-packages+=" libtomlplusplus3 libtomlplusplus-dev libncursesw6 libtinfo6 libncurses-dev"
+packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev libtomlplusplus3 libtomlplusplus-dev libncurses-dev libncurses6 libncursesw6 libtinfo6"
 sysroot=build/sysroot-armhf
 [[ $(cat $sysroot/packages 2>/dev/null) == "$packages" ]] && exit 0
 
@@ -31,7 +30,11 @@ apt-get update -q || echo "setup: not every package source has armhf lists; goin
 for package in "$work"/debs/*.deb; do
     dpkg-deb --extract "$package" "$work/root"
 done
-cp -a "$work/root/lib" "$work/root/usr" && rm -r "$work/root/lib" # one place for libraries, as on any Debian machine
+if [[ -d $work/root/lib ]]; then # packages from before /lib and /usr/lib became one
+    cp -a "$work/root/lib/." "$work/root/usr/lib/"
+    rm -rf "$work/root/lib"
+fi
+# Links that name a place on the target would lead nowhere here, and static libraries be linked instead.
 find "$work/root/usr/lib" -lname '/lib/*' | while read -r link; do
     ln -sf "$(basename "$(readlink "$link")")" "$link"
 done

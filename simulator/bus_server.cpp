@@ -177,10 +177,10 @@ std::vector<unsigned char> Bus_Server::transact(const unsigned char* request, st
             error = EINVAL;
         }
     }
-    std::vector<unsigned char> reply{static_cast<unsigned char>(error)};
-    if (error == 0)
-        reply.insert(reply.end(), bytes.begin(), bytes.end());
-    return reply;
+    if (error != 0)
+        bytes.clear();
+    bytes.insert(bytes.begin(), static_cast<unsigned char>(error));
+    return bytes;
 }
 
 }
