@@ -3,6 +3,7 @@
 
 #include <ZAVRA_100.h>
 
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <fstream>
@@ -98,6 +99,7 @@ TEST_F(Program_Test, writes_a_journal_of_what_its_options_let_happen)
     start({"--address", "10", "11", "--journal", "-", "--fault", "hang=1", "--scenario", directory / "scenario.toml",
            "--time-factor", "100000", "--seed", "3"});
     wait_for_bus();
+    std::this_thread::sleep_for(std::chrono::milliseconds(2)); // one tick of the clock at least
     EXPECT_THAT(message_of<ZAVRA_100_Exception>([] { ZAVRA_100(10, "i2c-0").Set_Epoch_Time(1); }),
                 testing::HasSubstr("Connection timed out"));
     EXPECT_EQ(stop(), 0);
