@@ -33,27 +33,6 @@ TEST_F(Connected_Test, the_two_families_of_single_axis_parameters_are_told_apart
               Payload().f32_range(11, 17).u32(0).f32_range(19, 20).u32(21).u64(22).hexadecimal());
 }
 
-TEST_F(Connected_Test, three_axis_controller_parameters_come_back)
-{
-    device.Set_ThreeAxis_BDot_Controller_Max_Parameters({1, 2, 3});
-    device.Set_ThreeAxis_BDot_Controller_Proportional_Parameters({4, 5, 6});
-    device.Set_ThreeAxis_SunPointing_Controller_Parameters({1, {2, 3, 4, 5, 6, 7, 8, 9, 10}, {11, 12, 13}, 14, 15});
-    device.Set_ThreeAxis_Sliding_Controller_Parameters({1, 2, 3, 4});
-
-    ZAVRA_100_BDot_Controller_Parameters bdot;
-    device.Get_ThreeAxis_BDot_Controller_Max_Parameters(&bdot);
-    EXPECT_EQ(bdot.update_interval, 3U);
-    device.Get_ThreeAxis_BDot_Controller_Proportional_Parameters(&bdot);
-    EXPECT_EQ(bdot.update_interval, 6U);
-    ZAVRA_100_SunPointing_Controller_Parameters sun;
-    device.Get_ThreeAxis_SunPointing_Controller_Parameters(&sun);
-    EXPECT_EQ(sun.k_v.m33, 10);
-    EXPECT_EQ(sun.update_interval, 15U);
-    ZAVRA_100_Sliding_Controller_Parameters sliding;
-    device.Get_ThreeAxis_Sliding_Controller_Parameters(&sliding);
-    EXPECT_EQ(sliding.update_interval, 4U);
-}
-
 TEST_F(Connected_Test, one_controller_runs_on_an_axis)
 {
     using Running = Controllers::Running;
