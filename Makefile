@@ -1,14 +1,22 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-arm test-clang tidy protocol-reference benchmark size package abi abi-record clean
+.PHONY: help demo test test-sanitize docs test-arm test-clang test-ground test-kaitai tidy protocol-reference benchmark size package abi abi-record clean
+
+# Whatever the caller's environment is: a locale that every machine has, and a shell without surprises.
+export LC_ALL := C.UTF-8
+unexport LANGUAGE BASH_ENV CDPATH DESTDIR
 
 help:
 	@echo "make demo       build, start a simulated unit and show an application talking to it"
-	@echo "make test       build and run all tests, plain and with the sanitizers"
+	@echo "make test       build and run all tests"
+	@echo "make test-sanitize  the same with AddressSanitizer and UndefinedBehaviorSanitizer"
 	@echo "make test-arm   the tests built for 32-bit ARM and run under emulation"
 	@echo "make test-clang the tests built with Clang"
+	@echo "make test-ground  the exports against sigrok, an XML validator and Prometheus' own checks"
+	@echo "make test-kaitai  the Kaitai Struct export against its compiler, which comes from the npm registry"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
+	@echo "make docs       the API reference, in build/docs/html, and a check of the manual pages"
 	@echo "make protocol-reference  rewrite docs/protocol.md from the command descriptors"
-	@echo "make benchmark  CPU cost of commands, codec and CRC"
+	@echo "make benchmark  CPU cost of commands, codec, CRC, satellite and magnetic field"
 	@echo "make size       the flight build: its checks, and how large its library is"
 	@echo "make package    Debian packages for this machine and for 32-bit ARM, in build/packages"
 	@echo "make abi        compares the library's binary interface on ARM with the one recorded"
@@ -16,14 +24,19 @@ help:
 	@echo "make clean      remove the build trees"
 
 demo:
+	@echo "You will see a simulated ZAVRA-100 start, and applications and the bench tool talk to it, for ten seconds."
+	@echo "Before that the programs are built, which takes minutes the first time."
 	@scripts/setup.sh base
-	@cmake --preset dev --log-level=WARNING
-	@cmake --build --preset dev --target zavra-sim examples -- --quiet
+	@scripts/build.sh dev zavra-sim zavractl examples
 	@examples/demo.sh build/dev/bin
 
 test:
 	@scripts/setup.sh base
-	@scripts/test.sh dev sanitize
+	@scripts/test.sh dev
+
+test-sanitize:
+	@scripts/setup.sh base
+	@scripts/test.sh sanitize
 
 test-arm:
 	@scripts/setup.sh base arm
@@ -33,28 +46,45 @@ test-clang:
 	@scripts/setup.sh base clang
 	@scripts/test.sh clang
 
+test-ground:
+	@scripts/setup.sh base ground
+	@cmake --preset dev --log-level=WARNING
+	@cmake --build --preset dev --target zavractl zavra-sim -- --quiet
+	@ctest --preset dev --build-config ground --label-regex ground
+
+test-kaitai:
+	@scripts/setup.sh base kaitai
+	@cmake --preset dev --log-level=WARNING
+	@cmake --build --preset dev --target zavractl -- --quiet
+	@npm install --silent --no-save --prefix build/kaitai kaitai-struct-compiler@0.10.0
+	@/usr/bin/python3 tests/ground/kaitai_test.py "$$PWD/build/kaitai/node_modules/kaitai-struct-compiler" build/dev/bin/zavractl
+
 tidy:
 	@scripts/setup.sh base clang
-	@cmake --preset clang --log-level=WARNING
-	@run-clang-tidy -quiet -p build/clang '/(device|api|platform|simulator|tools|examples)/.*\.cpp$$'
+	@cmake --preset clang --log-level=WARNING >/dev/null
+	@run-clang-tidy -quiet -p build/clang '/(device|api|platform|catalogue|simulator|tools|examples)/.*\.cpp$$'
+
+docs:
+	@scripts/setup.sh docs
+	@mkdir -p build
+	@doxygen docs/Doxyfile
+	@complaints=$$(groff -man -ww -z -Tutf8 simulator/zavra-sim.1 tools/zavractl.1 2>&1); \
+	test -z "$$complaints" || { echo "$$complaints" >&2; exit 1; }
 
 protocol-reference:
 	@scripts/setup.sh base
-	@cmake --preset dev --log-level=WARNING
-	@cmake --build --preset dev --target protocol_reference -- --quiet
+	@scripts/build.sh dev protocol_reference
 	@build/dev/bin/protocol_reference >build/protocol.md
 	@mv build/protocol.md docs/protocol.md
 
 benchmark:
 	@scripts/setup.sh base benchmark
-	@cmake --preset release --log-level=WARNING
-	@cmake --build --preset release --target zavra_benchmark -- --quiet
+	@scripts/build.sh release zavra_benchmark
 	@build/release/bin/zavra_benchmark
 
 size:
 	@scripts/setup.sh base arm
-	@cmake --preset flight --log-level=WARNING
-	@cmake --build --preset flight -- --quiet
+	@scripts/build.sh flight
 	@scripts/size.sh build/flight
 
 package:

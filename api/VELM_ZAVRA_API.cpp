@@ -37,19 +37,28 @@ const char* VELM_ZAVRA_API_Exception::what() const noexcept
     return message_.c_str();
 }
 
-VELM_ZAVRA_API::VELM_ZAVRA_API() : device_(nullptr)
+VELM_ZAVRA_API::VELM_ZAVRA_API()
+    : VELM_ZAVRA_API(i2c_address, i2c_device_name, std::string(configuration_directory) + configuration_file)
+{
+}
+
+VELM_ZAVRA_API::VELM_ZAVRA_API(unsigned int address, std::string bus_device_name, std::string ini_file,
+                               bool print_banner)
+    : device_(nullptr)
 {
     debug_line(constructors, " --> ", typeid(this).name(), " constructor: ");
-    print_name_and_version();
-    std::cout << "VELM_ZAVRA_API: Instantiate ZAVRA module" << std::endl;
+    if (print_banner) {
+        print_name_and_version();
+        std::cout << "VELM_ZAVRA_API: Instantiate ZAVRA module" << std::endl;
+    }
 
     // Holds the device until construction is complete: no destructor runs for an object whose constructor fails.
     auto device =
-        operation("instantiate ZAVRA API", [] { return std::make_unique<ZAVRA_100>(i2c_address, i2c_device_name); });
+        operation("instantiate ZAVRA API", [&] { return std::make_unique<ZAVRA_100>(address, bus_device_name); });
     device_ = device.get();
-    translate<VELM_ZAVRA_API_Exception, VELM_ZAVRA_API_Exception>("Initialize ZAVRA-100 Device from INI file", [this] {
-        Initialize_Device(std::string(configuration_directory) + configuration_file);
-    });
+    if (!ini_file.empty())
+        translate<VELM_ZAVRA_API_Exception, VELM_ZAVRA_API_Exception>("Initialize ZAVRA-100 Device from INI file",
+                                                                      [&] { Initialize_Device(ini_file); });
     device_ = device.release();
 }
 

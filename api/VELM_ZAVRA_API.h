@@ -13,15 +13,19 @@
 #include <string>
 
 /// @file
-/// The application's interface to the ZAVRA-100 attitude determination and control unit.
+/// The application's interface to the ZAVRA-100 attitude determination and control unit. The table in docs/quirks.md
+/// lists what does not do, print or report what its name promises.
 
 class ZAVRA_100;
 
-/// One unit, at I2C address 10 on the bus "i2c-0".
+/// One unit: at I2C address 10 on the bus "i2c-0", or where the constructor is told. The cause of an exception is told
+/// by VELM_ZAVRA_CAUSE.h.
 ///
 /// An operation blocks its thread while the unit works, for at least 100 ms. A failure of the unit or of the bus is
 /// thrown as VELM_ZAVRA_API_Exception; the object stays usable, and nothing is rolled back on the unit. An object
 /// belongs to one thread at a time, and there should be one object per unit.
+///
+/// Enumerators reach the unit as one byte: of any other value only the low 8 bits count, so that 256 is 0.
 class VELM_ZAVRA_API
 {
 public:
@@ -32,7 +36,18 @@ public:
     /// /etc/velm_api_config/velm_zavra_dev_init.ini. A file that is missing or cannot be parsed is reported and leaves
     /// the unit as it is.
     /// @throws VELM_ZAVRA_API_Exception when the bus cannot be opened
+    /// @throws VELM_INIPARSER_Exception as Initialize_Device() does
     VELM_ZAVRA_API();
+
+    /// A unit elsewhere, with another configuration, or with none.
+    /// @param address          7-bit slave address
+    /// @param bus_device_name  for example "i2c-0"
+    /// @param ini_file         what Initialize_Device() is to read; empty: the unit stays as it is
+    /// @param print_banner     whether the library's name and version are printed
+    /// @throws VELM_ZAVRA_API_Exception, VELM_INIPARSER_Exception as the constructor above does
+    VELM_ZAVRA_API(unsigned int address, std::string bus_device_name, std::string ini_file = std::string(),
+                   bool print_banner = true);
+
     virtual ~VELM_ZAVRA_API();
 
     VELM_ZAVRA_API(const VELM_ZAVRA_API&) = delete;
@@ -45,6 +60,7 @@ public:
     /// sections zavra_dev_init_gyro0 to 2, the magnetometer from zavra_dev_init_mtm0. Progress goes to standard output.
     /// A file that cannot be parsed, a section that is missing, incomplete or unreadable, and a sensor that the unit
     /// does not configure are reported there and skipped.
+    /// @throws VELM_INIPARSER_Exception when the platform's parser fails on a section or key of a file it has loaded
     void Initialize_Device(std::string ini_file);
 
     /// @param rpm  speed in revolutions per minute
@@ -127,8 +143,8 @@ public:
 
     /// @}
     /// @name Sensors
-    /// A value that is none of the enumerators is cut to 8 bits and refused before anything is sent, except by the two
-    /// magnetometer parameter methods.
+    /// Where the low 8 bits of a value are no sensor's, the operation refuses it before anything is sent, except for
+    /// the two magnetometer parameter operations.
     /// @{
 
     /// Injects a measurement, as in hardware-in-the-loop tests.
@@ -159,8 +175,7 @@ public:
     void Set_Magnetometer_Values(VELM_ZAVRA_API_MAGNETOMETERS magnetometer,
                                  VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT magnetic_field);
     VELM_ZAVRA_API_SENSOR_VALUES Get_Magnetometer_Values(VELM_ZAVRA_API_MAGNETOMETERS magnetometer);
-    /// Prints the request's payload to standard output, in hexadecimal and without an
-    /// end of line.
+    /// Prints the request's payload to standard output, in hexadecimal and without an end of line.
     void Set_Magnetometer_Parameters(VELM_ZAVRA_API_MAGNETOMETERS magnetometer,
                                      VELM_ZAVRA_API_MAGNETOMETER_PARAMETERS parameters);
     /// Reads magnetometer 0 whatever the argument.
@@ -186,14 +201,12 @@ public:
 
     /// @param quaternion  attitude that the star tracker is to report; its epoch time is not sent
     void Set_Startracker_Quaternion(VELM_ZAVRA_API_STARTRACKER_QUATERNION quaternion);
-    /// Reports its failures with the words of Set_Startracker_Quaternion.
     VELM_ZAVRA_API_STARTRACKER_QUATERNION Get_Startracker_Quaternion();
 
     /// Mind that only 23 bytes of the x values and 23 bytes of the y values are passed on: events 0 to 4 whole, of
     /// event 5 the three low-order bytes of each value (the high byte is 0), and zeros for events 6 to 22.
     VELM_ZAVRA_API_STARTRACKER_EVENT_LIST Get_Startracker_Event_List();
 
-    /// @param mode  cut to 8 bits
     void Set_Startracker_Operation_Mode(VELM_ZAVRA_API_STARTRACKER_OPERATING_MODE mode);
     VELM_ZAVRA_API_STARTRACKER_OPERATING_MODE Get_Startracker_Operation_Mode();
 
@@ -210,8 +223,10 @@ public:
 
     /// Loads a two-line element set into the orbit module; parse_TLE_file() reads one from a file.
     /// @param tle_data  sent as it stands; the unit checks it
-    /// @return the unit's result code, which is not judged here; from the simulated unit 0 when the elements are
-    ///         accepted, otherwise one of the codes in simulator/orbit/tle.h
+    /// @return the unit's result code, which is not judged here. The simulated unit gives 0 when the elements are
+    ///         accepted; 1 to 4 when line 1 has a wrong length, number, checksum or field, 5 to 8 when line 2 has; 9
+    ///         when the lines belong to different satellites; 10 for a period of 225 minutes or more; and 11 to 13 when
+    ///         the elements describe no orbit: decayed, eccentricity out of range, no ellipse
     unsigned char Init_Orbit_Module(VELM_ZAVRA_API_ORBIT_TLE_DATA tle_data);
     VELM_ZAVRA_API_ORBIT_PROPAGATION_DATA Get_Orbit_Data();
 
@@ -223,8 +238,8 @@ public:
 
     /// @}
     /// @name Actuators
-    /// Nothing is converted: speeds are in rad/s, not rpm. A value outside the enumeration is refused in the speed and
-    /// idle mode operations and reaches the unit unchanged in the others.
+    /// Nothing is converted: speeds are in rad/s, not rpm. Where the low 8 bits of a value are no wheel's, the speed
+    /// and idle mode operations refuse it; the others send them.
     /// @{
 
     /// @param speed_radps  rad/s
@@ -280,8 +295,7 @@ public:
 
     /// @}
     /// @name Controllers
-    /// The units of gains, intervals and targets are the unit's own. The axis reaches the unit unchanged, whatever its
-    /// value.
+    /// The units of gains, intervals and targets are the unit's own. The axis is not checked.
     /// @{
 
     /// PID controller that holds an angular velocity about one axis.
@@ -319,7 +333,7 @@ public:
     /// @}
     /// @name Operation modes, target pointing and Kalman filter
     /// A mode that is started ends the one before it. The unit has one stop for every mode: any stop operation ends
-    /// whichever mode is running, and only the words of its failure are its own.
+    /// whichever mode is running.
     /// @{
 
     void Set_Operation_Mode_Idle();
@@ -343,9 +357,8 @@ public:
     void Stop_Target_Pointing_Earth_Const_Velocity_Mode();
 
     /// Points at a spot that stays where it is on the Earth.
-    /// @throws VELM_ZAVRA_API_Exception when the latitude is not within +-pi/2, or the longitude not within +-pi,
-    /// tested
-    ///         as for the moving spot; nothing is sent then
+    /// @throws VELM_ZAVRA_API_Exception when the latitude is not within +-pi/2, or the longitude not within +-pi, as
+    ///         for the moving spot; nothing is sent then
     void Start_Target_Pointing_Earth_Fix_Mode(VELM_ZAVRA_API_TARGET_POINTING_FIXED_MODE_PARAMETERS parameters);
     void Stop_Target_Pointing_Earth_Fix_Mode();
 

@@ -1,7 +1,8 @@
 #include "VELM_ZAVRA_REGISTER_MAP.h"
 
+#include "../common/text.h"
 #include "../device/failure.h"
-#include "registers.h"
+#include "../protocol/registers.h"
 
 #include <algorithm>
 #include <bitset>
@@ -17,7 +18,10 @@ using namespace zavra;
 namespace
 {
 
-using Names = std::string[bits_per_register];
+constexpr unsigned int rows = std::size(register_sources);
+using Names = std::string[rows][bits_per_register];
+
+static_assert(number_of_registers <= 2 * rows, "one or two names stand in each string");
 
 constexpr const char* name_characters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
 
@@ -26,31 +30,54 @@ std::string number_name(unsigned int bit)
     return std::string("bit_") + static_cast<char>('0' + bit / 10) + static_cast<char>('0' + bit % 10);
 }
 
-void number(Names (&names)[std::size(register_sources)])
+std::string name_of(const Names& names, unsigned int which, unsigned int bit)
 {
-    for (Names& of_register : names)
-        for (unsigned int bit = 0; bit < bits_per_register; ++bit)
-            of_register[bit] = number_name(bit);
+    const std::string& both = names[which % rows][bit];
+    const auto end = std::min(both.find('\n'), both.size());
+    return which < rows ? both.substr(0, end) : both.substr(end + 1);
 }
 
-std::string trimmed(const std::string& text)
+void set_name(Names& names, unsigned int which, unsigned int bit, const std::string& name)
 {
-    constexpr const char* blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    std::string& both = names[which % rows][bit];
+    const auto end = std::min(both.find('\n'), both.size());
+    both = which < rows ? name + both.substr(end) : both.substr(0, end) + '\n' + name;
+}
+
+void number(Names& names)
+{
+    for (unsigned int which = 0; which < number_of_registers; ++which)
+        for (unsigned int bit = 0; bit < bits_per_register; ++bit)
+            set_name(names, which, bit, number_name(bit));
+}
+
+void check_register(unsigned int which, const char* action_words)
+{
+    if (which >= number_of_registers)
+        fail<VELM_ZAVRA_API_Exception>(failure(action_words, "unknown register"), refused);
+}
+
+unsigned int mask_of(const Names& names, unsigned int which, const std::string& flag, const char* action_words)
+{
+    check_register(which, action_words);
+    for (unsigned int bit = 0; bit < bits_per_register; ++bit)
+        if (flag == name_of(names, which, bit) || flag == number_name(bit))
+            return 1U << bit;
+    fail<VELM_ZAVRA_API_Exception>(
+        failure(action_words, std::string(register_section(which)) + " has no flag \"" + flag + '"'), refused);
 }
 
 /// Reads a map file line by line; knows where it is when something is wrong there.
 class Map_Reader
 {
 public:
-    Map_Reader(std::string path, Names (&names)[std::size(register_sources)]) : path_(std::move(path)), names_(names) {}
+    Map_Reader(std::string path, Names& names) : path_(std::move(path)), names_(names) {}
 
     void read()
     {
         std::ifstream file(path_);
         if (!file)
-            fail(std::generic_category().message(errno));
+            fail(std::generic_category().message(errno), errno);
         for (std::string text; std::getline(file, text);) {
             ++line_;
             key_.clear();
@@ -79,11 +106,11 @@ private:
     void enter(const std::string& section)
     {
         section_ = '[' + section + ']';
-        const auto found = std::find_if(std::begin(register_sources), std::end(register_sources),
-                                        [&](const Register_Source& each) { return section == each.section; });
-        if (found == std::end(register_sources))
+        register_ = 0;
+        while (register_ < number_of_registers && section != register_section(register_))
+            ++register_;
+        if (register_ == number_of_registers)
             fail("there is no such register");
-        register_ = static_cast<unsigned int>(found - register_sources);
     }
 
     unsigned int bit_of(const std::string& key)
@@ -107,13 +134,13 @@ private:
         if (name.find_first_not_of(name_characters) != std::string::npos)
             fail("the name \"" + name + "\" has other characters than letters, digits and underscores");
         for (unsigned int other = 0; other < bits_per_register; ++other)
-            if (other != bit && (name == names_[register_][other] || name == number_name(other)))
+            if (other != bit && (name == name_of(names_, register_, other) || name == number_name(other)))
                 fail("the name \"" + name + "\" is that of bit " + std::to_string(other));
-        names_[register_][bit] = name;
+        set_name(names_, register_, bit, name);
         listed_[register_].set(bit);
     }
 
-    [[noreturn]] void fail(const std::string& reason) const
+    [[noreturn]] void fail(const std::string& reason, int code = 0) const
     {
         std::string where = path_;
         if (line_ != 0)
@@ -122,12 +149,12 @@ private:
             where += ", section " + section_;
         if (!key_.empty())
             where += ", key " + key_;
-        throw VELM_ZAVRA_API_Exception(failure("load register map", where + ": " + reason));
+        zavra::fail<VELM_ZAVRA_API_Exception>(failure("load register map", where + ": " + reason), code);
     }
 
     const std::string path_;
-    Names (&names_)[std::size(register_sources)];
-    std::bitset<bits_per_register> listed_[std::size(register_sources)];
+    Names& names_;
+    std::bitset<bits_per_register> listed_[number_of_registers];
     unsigned int line_ = 0;
     unsigned int register_ = 0;
     std::string section_;
@@ -139,9 +166,8 @@ private:
 VELM_ZAVRA_REGISTER_MAP::VELM_ZAVRA_REGISTER_MAP()
 {
     number(names_);
-    auto& system_error = names_[VELM_ZAVRA_API_SYSTEM_ERROR_REGISTER];
-    system_error[0] = "command_error_0";
-    system_error[1] = "command_error_1";
+    set_name(names_, VELM_ZAVRA_API_SYSTEM_ERROR_REGISTER, 0, "command_error_0");
+    set_name(names_, VELM_ZAVRA_API_SYSTEM_ERROR_REGISTER, 1, "command_error_1");
 }
 
 VELM_ZAVRA_REGISTER_MAP::VELM_ZAVRA_REGISTER_MAP(std::string map_file)
@@ -152,18 +178,33 @@ VELM_ZAVRA_REGISTER_MAP::VELM_ZAVRA_REGISTER_MAP(std::string map_file)
 
 VELM_ZAVRA_API_REGISTER VELM_ZAVRA_REGISTER_MAP::Decode(VELM_ZAVRA_API_REGISTERS which, unsigned int value) const
 {
-    if (which >= std::size(register_sources))
-        throw VELM_ZAVRA_API_Exception(failure("decode register", "unknown register"));
+    check_register(which, "decode register");
     VELM_ZAVRA_API_REGISTER decoded;
     decoded.which = which;
-    decoded.name = register_sources[which].section;
+    decoded.name = register_section(which);
     decoded.value = value;
     for (unsigned int bit = 0; bit < bits_per_register; ++bit)
-        decoded.flags[bit] = {names_[which][bit], (value >> bit & 1U) != 0};
+        decoded.flags[bit] = {name_of(names_, which, bit), (value >> bit & 1U) != 0};
     return decoded;
 }
 
 VELM_ZAVRA_API_REGISTER VELM_ZAVRA_REGISTER_MAP::Decode(const VELM_ZAVRA_API_REGISTER& reading) const
 {
     return Decode(reading.which, reading.value);
+}
+
+unsigned int VELM_ZAVRA_REGISTER_MAP::Encode(VELM_ZAVRA_API_REGISTERS which,
+                                             const std::vector<std::string>& flags) const
+{
+    constexpr const char* action_words = "encode register";
+    check_register(which, action_words);
+    unsigned int value = 0;
+    for (const std::string& flag : flags)
+        value |= mask_of(names_, which, flag, action_words);
+    return value;
+}
+
+bool VELM_ZAVRA_REGISTER_MAP::Is_Set(const VELM_ZAVRA_API_REGISTER& reading, const std::string& flag) const
+{
+    return (reading.value & mask_of(names_, reading.which, flag, "look at a register's flag")) != 0;
 }

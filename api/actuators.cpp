@@ -123,7 +123,7 @@ void VELM_ZAVRA_API::Set_Magnettorquer_All_Currents(VELM_ZAVRA_API_VECTOR3_XYZ_F
     command(*device_, "set all magnettorquer currents", &ZAVRA_100::Set_Magnettorquer_All_Currents, target_current_A);
 }
 
-// Asks for the dipole moments, not for the currents. Kept, because applications rely on what it has always returned.
+// Quirk: asks for the dipole moments, not for the currents.
 VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT VELM_ZAVRA_API::Get_Magnettorquer_All_Currents()
 {
     return query<VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT>(*device_, "get all magnettorquer currents",

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "../device/failure.h"
-#include "../device/protocol/wire.h"
+#include "../protocol/wire.h"
 #include "VELM_ZAVRA_API_Exception.h"
 
 #include <tuple>

@@ -1,8 +1,8 @@
 #include "VELM_ZAVRA_API.h"
 
 #include "../device/ZAVRA_100.h"
+#include "../protocol/controllers.h"
 #include "call.h"
-#include "like_controllers.h"
 
 using namespace zavra;
 

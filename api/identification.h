@@ -1,5 +1,10 @@
 #pragma once
 
+// Written by the build system, anew in every build.
+#if __has_include("velm_zavra_build_identifier.h")
+#include "velm_zavra_build_identifier.h"
+#endif
+
 #ifndef VELM_ZAVRA_BUILD_IDENTIFIER
 #define VELM_ZAVRA_BUILD_IDENTIFIER "unversioned"
 #endif

@@ -1,9 +1,10 @@
 #include "VELM_ZAVRA_API.h"
-#include "like_sensors.h"
-#include "sensor_ini.h"
 
 #include "../device/debug.h"
 #include "../device/failure.h"
+#include "../protocol/sensor_ini.h"
+#include "../protocol/sensors.h"
+#include "call.h"
 
 #include <VELM_INIPARSER.h>
 
@@ -25,12 +26,12 @@ struct Sensor_Kind
     const char* unreadable;
 };
 
-// The two warnings have always differed in one letter.
+// Quirk: the two warnings differ in one letter.
 constexpr Sensor_Kind gyroscope{"Gyro ", gyroscope_section, "Failed to read all section key values."};
 constexpr Sensor_Kind magnetometer{"Magnetometer ", magnetometer_section, "Failed to read all sections key values."};
 
 /// Configures one sensor from its section; `set` is the API operation that sends its parameters.
-template <class Sensor, class Parameters>
+template <class Device_Parameters, class Sensor, class Parameters>
 void initialize_sensor(VELM_ZAVRA_API& api, void (VELM_ZAVRA_API::*set)(Sensor, Parameters), const Sensor_Kind& kind,
                        unsigned int index, VELM_INIPARSER& parser)
 {
@@ -39,7 +40,7 @@ void initialize_sensor(VELM_ZAVRA_API& api, void (VELM_ZAVRA_API::*set)(Sensor, 
     const auto fail = [] { std::cout << "FAILED" << std::endl; };
     const auto abort = [&] { std::cout << title << "ABORT initialization and proceed ..." << std::endl; };
 
-    Parameters parameters{};
+    Device_Parameters parameters{};
     int num_keys = 0;
     for_each_key(fields(parameters), "", [&](const std::string&, auto&) { ++num_keys; });
 
@@ -64,7 +65,7 @@ void initialize_sensor(VELM_ZAVRA_API& api, void (VELM_ZAVRA_API::*set)(Sensor, 
     // What the operation prints, on either stream, comes after the text that leads to it.
     std::cout << "DONE" << std::endl << title << "Initialize with parameters ... " << std::flush;
     try {
-        (api.*set)(static_cast<Sensor>(index), parameters);
+        (api.*set)(static_cast<Sensor>(index), convert<Parameters>(parameters));
     } catch (const VELM_ZAVRA_API_Exception&) {
         fail();
         abort();
@@ -104,13 +105,15 @@ void VELM_ZAVRA_API::Initialize_Device(std::string ini_file)
             return;
         std::cout << separator << std::endl << "Initialize Sensors:" << std::endl;
         for (unsigned int index = 0; index < protocol::number_of_gyroscopes; ++index)
-            initialize_sensor(*this, &VELM_ZAVRA_API::Set_Gyro_Parameters, gyroscope, index, parser);
+            initialize_sensor<ZAVRA_100_Gyroscope_Parameters>(*this, &VELM_ZAVRA_API::Set_Gyro_Parameters, gyroscope,
+                                                              index, parser);
         for (unsigned int index = 0; index < protocol::number_of_magnetometers; ++index)
-            initialize_sensor(*this, &VELM_ZAVRA_API::Set_Magnetometer_Parameters, magnetometer, index, parser);
+            initialize_sensor<ZAVRA_100_Magnetometer_Parameters>(*this, &VELM_ZAVRA_API::Set_Magnetometer_Parameters,
+                                                                 magnetometer, index, parser);
         std::cout << separator << std::endl;
         parser.free_dict();
     } catch (const VELM_ZAVRA_API_Exception& inner) {
         parser.free_dict();
-        throw VELM_ZAVRA_API_Exception(failure("Initialize ZAVRA-100 Device", inner.what()));
+        fail<VELM_ZAVRA_API_Exception>(failure("Initialize ZAVRA-100 Device", inner.what()));
     }
 }

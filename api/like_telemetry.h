@@ -1,48 +1,47 @@
 #pragma once
 
-#include "../device/protocol/telemetry.h"
-#include "like_device.h"
+#include "../protocol/telemetry.h"
+#include "../protocol/vectors.h"
 #include "records/telemetry.h"
 
-/// Frames without groups have the fields of the device's; the others list theirs in the same order on the wire.
+/// The frames in which the API groups fields that the device's record has one by one: the same order on the wire.
 namespace zavra
 {
 
 template <>
-inline constexpr auto field_list<VELM_ZAVRA_API_INFO_TELEMETRY> = field_list<ZAVRA_100_Info_Telemetry>;
+inline constexpr auto field_list<VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT> = field_list<ZAVRA_100_Vector3_float>;
 
 template <>
-inline constexpr auto field_list<VELM_ZAVRA_API_STANDARD_TELEMETRY> = field_list<ZAVRA_100_Standard_Telemetry>;
+inline constexpr auto field_list<VELM_ZAVRA_API_QUATERNION_FLOAT> = field_list<ZAVRA_100_Quaternion_float>;
 
 template <>
-inline constexpr auto field_list<VELM_ZAVRA_API_POWER_TELEMETRY> = field_list<ZAVRA_100_Power_Telemetry>;
+inline constexpr auto field_list<VELM_ZAVRA_API_REACTIONWHEEL_SPEEDS> = field_list<ZAVRA_100_Vector6_float>;
 
 template <>
 inline constexpr auto field_list<VELM_ZAVRA_API_SENSOR_TELEMETRY> = [](auto& r) {
-    return std::tuple{Field{"EPOCH_TIME_MSEC", r.epoch_time_msec}.in("ms"),
-                      Field{"INDEX_OF_ACTIVE_STARTRACKER", r.index_of_active_startracker},
-                      Field{"QUATERNION_ATTITUDE_BF", r.quaternion_attitude_bf},
-                      Field{"INDEX_OF_ACTIVE_GYRO", r.index_of_active_gyro},
-                      Field{"MEASURED_ANGULAR_VELOCITY_GYRO_RADPS", r.measured_angular_velocity_gyro_radps}.in("rad/s"),
-                      Field{"INDEX_OF_ACTIVE_MAGNETOMETER", r.index_of_active_magnetometer},
-                      Field{"MEASURED_MAGNETIC_FIELD_MAGNETOMETER_T", r.measured_magnetic_field_magnetometer_t}.in("T"),
-                      Field{"MEASURED_SUN_VECTOR_SUNSENSOR", r.measured_sun_vector_sunsensor},
-                      Field{"TEMPERATURE_DEGC", r.temperature_degc, style::single_byte}.in("degC")};
+    return List{Field{"EPOCH_TIME_MSEC", r.epoch_time_msec}.in("ms"),
+                Field{"INDEX_OF_ACTIVE_STARTRACKER", r.index_of_active_startracker},
+                Field{"QUATERNION_ATTITUDE_BF", r.quaternion_attitude_bf},
+                Field{"INDEX_OF_ACTIVE_GYRO", r.index_of_active_gyro},
+                Field{"MEASURED_ANGULAR_VELOCITY_GYRO_RADPS", r.measured_angular_velocity_gyro_radps}.in("rad/s"),
+                Field{"INDEX_OF_ACTIVE_MAGNETOMETER", r.index_of_active_magnetometer},
+                Field{"MEASURED_MAGNETIC_FIELD_MAGNETOMETER_T", r.measured_magnetic_field_magnetometer_t}.in("T"),
+                Field{"MEASURED_SUN_VECTOR_SUNSENSOR", r.measured_sun_vector_sunsensor},
+                Field{"TEMPERATURE_DEGC", r.temperature_degc, style::single_byte}.in("degC")};
 };
 
 template <>
 inline constexpr auto field_list<VELM_ZAVRA_API_ACTUATOR_TELEMETRY> = [](auto& r) {
-    return std::tuple{
-        Field{"EPOCH_TIME_MSEC", r.epoch_time_msec}.in("ms"),
-        Field{"REACTIONWHEEL_TARGET_RADPS", r.reactionwheel_target_radps}.in("rad/s"),
-        Field{"REACTIONWHEEL_CURRENT_SPEED_RADPS", r.reactionwheel_current_speed_radps}.in("rad/s"),
-        Field{"MAGNETORQUERS_TARGET_DIPOLE_MOMENT_AM2", r.magnetorquers_target_dipole_moment_am2}.in("A m^2"),
-        Field{"MAGNETORQUERS_CURRENT_STATE", r.magnetorquers_current_state}};
+    return List{Field{"EPOCH_TIME_MSEC", r.epoch_time_msec}.in("ms"),
+                Field{"REACTIONWHEEL_TARGET_RADPS", r.reactionwheel_target_radps}.in("rad/s"),
+                Field{"REACTIONWHEEL_CURRENT_SPEED_RADPS", r.reactionwheel_current_speed_radps}.in("rad/s"),
+                Field{"MAGNETORQUERS_TARGET_DIPOLE_MOMENT_AM2", r.magnetorquers_target_dipole_moment_am2}.in("A m^2"),
+                Field{"MAGNETORQUERS_CURRENT_STATE", r.magnetorquers_current_state}};
 };
 
 template <>
 inline constexpr auto field_list<VELM_ZAVRA_API_ATTITUDE_TELEMETRY> = [](auto& r) {
-    return std::tuple{
+    return List{
         Field{"EPOCH_TIME_MSEC", r.epoch_time_msec}.in("ms"),
         Field{"QUATERNION_ATTITUDE_BF", r.quaternion_attitude_bf},
         Field{"ANGULAR_VELOCITY_RADPS", r.angular_velocity_radps}.in("rad/s"),

@@ -1,8 +1,8 @@
 #include "VELM_ZAVRA_API.h"
 
 #include "../device/ZAVRA_100.h"
+#include "../protocol/modes.h"
 #include "call.h"
-#include "like_modes.h"
 
 using namespace zavra;
 
@@ -17,7 +17,7 @@ constexpr const char* start_earth_fix = "start operation mode target pointing ea
 void require(bool condition, const char* action_words, const char* reason)
 {
     if (!condition)
-        throw VELM_ZAVRA_API_Exception(failure(action_words, reason));
+        fail<VELM_ZAVRA_API_Exception>(failure(action_words, reason), refused);
 }
 
 template <class Parameters>

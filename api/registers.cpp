@@ -1,4 +1,4 @@
-#include "registers.h"
+#include "../protocol/registers.h"
 #include "../device/ZAVRA_100.h"
 #include "VELM_ZAVRA_API.h"
 #include "VELM_ZAVRA_REGISTER_MAP.h"

@@ -1,8 +1,8 @@
 #include "VELM_ZAVRA_API.h"
 
 #include "../device/ZAVRA_100.h"
+#include "../protocol/sensors.h"
 #include "call.h"
-#include "like_sensors.h"
 
 using namespace zavra;
 

@@ -2,10 +2,11 @@
 
 #include "../device/ZAVRA_100.h"
 #include "../device/debug.h"
+#include "../protocol/startracker_orbit.h"
 #include "call.h"
-#include "like_startracker_orbit.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -17,8 +18,8 @@ namespace
 
 using Event_Values = int[max_events];
 
-/// Copies the first 23 bytes, not the first 23 values. Applications know the list like this, so that it stays: values 0
-/// to 4 arrive whole, of value 5 the three low-order bytes, the others not at all.
+/// Quirk: copies the first 23 bytes, not the first 23 values: values 0 to 4 arrive whole, of value 5 the three
+/// low-order bytes, the others not at all.
 void copy_event_values(const Event_Values& from, Event_Values& to)
 {
     constexpr unsigned int copied_bytes = 23;
@@ -46,7 +47,7 @@ void VELM_ZAVRA_API::Set_Startracker_Quaternion(VELM_ZAVRA_API_STARTRACKER_QUATE
 
 VELM_ZAVRA_API_STARTRACKER_QUATERNION VELM_ZAVRA_API::Get_Startracker_Quaternion()
 {
-    // The getter has always reported its failures with the setter's words.
+    // Quirk: the words are the setter's.
     return query<VELM_ZAVRA_API_STARTRACKER_QUATERNION>(*device_, "set star tracker quaternion",
                                                         &ZAVRA_100::Get_Startracker_Quaternion);
 }
@@ -104,13 +105,14 @@ VELM_ZAVRA_API_TLE_FILE_DATA VELM_ZAVRA_API::parse_TLE_file(char* file_name)
     VELM_ZAVRA_API_TLE_FILE_DATA data{};
     std::ifstream file(file_name);
     if (!file)
-        throw VELM_ZAVRA_API_Exception("ERROR: Not able to open TLE file. Check TLE file name and access rights.");
+        fail<VELM_ZAVRA_API_Exception>("ERROR: Not able to open TLE file. Check TLE file name and access rights.",
+                                       errno);
 
     for (std::string line; data.status >= 0 && data.status < 2 && std::getline(file, line);) {
         // For line readers with a buffer of fixed size; this one grows with the line and leaves no failure behind.
         if (file.fail())
-            throw VELM_ZAVRA_API_Exception(
-                "ERROR: TLE File contains line with more that 256 characters. Check TLE file format.");
+            fail<VELM_ZAVRA_API_Exception>(
+                "ERROR: TLE File contains line with more that 256 characters. Check TLE file format.", 0);
 
         if (line.starts_with('1')) {
             const bool whole = copy_tle_line(line, data.tle_line_1);
@@ -118,7 +120,7 @@ VELM_ZAVRA_API_TLE_FILE_DATA VELM_ZAVRA_API::parse_TLE_file(char* file_name)
             data.status = whole ? 1 : -3;
         } else if (line.starts_with('2')) {
             const bool whole = copy_tle_line(line, data.tle_line_2);
-            // A short line 2 is reported with the contents of line 1.
+            // Quirk: a short line 2 is reported with the contents of line 1.
             if (whole)
                 debug_line(values, "TLE line 2 found: ", data.tle_line_2);
             else

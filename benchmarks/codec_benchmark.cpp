@@ -1,6 +1,6 @@
 // Throughput of the codec and of the CRC in bytes per second.
 
-#include "device/protocol/telemetry.h"
+#include "protocol/telemetry.h"
 
 #include <ZAVRA_100.h>
 

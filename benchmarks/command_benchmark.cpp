@@ -1,7 +1,7 @@
 // CPU cost of commands over a bus in memory, beside the same work written by hand in the style of C: fixed buffers, a
 // CRC table, shifts. Both go through the same platform calls, waits and debug stream included.
 
-#include "tests/support/quiet_platform.h"
+#include "quiet_platform.h"
 
 #include <VELM_API_Debug.h>
 #include <VELM_I2C_DEV.h>

@@ -1,9 +1,9 @@
 #include "ZAVRA_100.h"
 
+#include "../protocol/codec.h"
+#include "../protocol/crc8.h"
 #include "debug.h"
 #include "failure.h"
-#include "protocol/codec.h"
-#include "protocol/crc8.h"
 
 #include <typeinfo>
 #include <utility>

@@ -1,20 +1,21 @@
 #pragma once
 
+#include "../protocol/records/actuators.h"
+#include "../protocol/records/controllers.h"
+#include "../protocol/records/modes.h"
+#include "../protocol/records/sensors.h"
+#include "../protocol/records/startracker_orbit.h"
+#include "../protocol/records/telemetry.h"
+#include "../protocol/records/vectors.h"
 #include "ZAVRA_100_Exception.h"
-#include "records/actuators.h"
-#include "records/controllers.h"
-#include "records/modes.h"
-#include "records/sensors.h"
-#include "records/startracker_orbit.h"
-#include "records/telemetry.h"
-#include "records/vectors.h"
 
 #include <VELM_I2C_DEV.h>
 
 #include <string>
 
 /// @file
-/// The device layer: the command protocol of the ZAVRA-100 attitude determination and control unit.
+/// The device layer: the command protocol of the ZAVRA-100 attitude determination and control unit. The table in
+/// docs/quirks.md lists what does not do, print or report what its name promises.
 
 /// One unit on one I2C bus. Every command method checks its arguments, sends one request frame and, where the command
 /// has a response, reads it, checks its CRC (repeating the request up to nine times) and decodes it.
@@ -67,10 +68,6 @@ public:
     /// Reads a native reply of the star tracker, up to ten times until its CRC is right; sends nothing.
     /// @param num_response_bytes  exact size of the reply's payload, 0 to 256
     void ZAVRA_Startracker_Native_Get(unsigned char* response, unsigned int num_response_bytes);
-
-    /// Reads the standard telemetry frame.
-    /// @return bits 0 and 1 of the system error register, which report command errors
-    unsigned int Check_Command_Errors();
 
     /// @}
     /// @name Wire encoding
@@ -126,12 +123,15 @@ public:
     void Set_Temperature_Update_Interval(unsigned long long interval_msec);
     void Get_Temperature_Update_Interval(unsigned long long* interval_msec);
     void Set_Power_Update_Interval(unsigned long long interval_msec);
-    /// Reports its failures with the words of Get_System_Time.
     void Get_Power_Update_Interval(unsigned long long* interval_msec);
 
     /// @param hil_configuration  hardware-in-the-loop configuration word; its bits are the unit's
     void Set_HIL_Configuration(unsigned int hil_configuration);
     void Get_HIL_Configuration(unsigned int* hil_configuration);
+
+    /// Reads the standard telemetry frame.
+    /// @return bits 0 and 1 of the system error register, which report command errors
+    unsigned int Check_Command_Errors();
 
     /// @}
     /// @name Telemetry frames
@@ -181,9 +181,9 @@ public:
     void Get_Magnetometer_Values(unsigned char index, ZAVRA_100_Vector3_float* magnetic_field,
                                  unsigned long long* timestamp);
     /// Sends any index as it is given. Prints the request's payload to standard output, in hexadecimal and without an
-    /// end of line. Reports its failures with the words of Set_Sun_Vector.
+    /// end of line.
     void Set_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magnetometer_Parameters parameters);
-    /// Reads magnetometer 0 whatever the index. Reports its failures with the words of Set_Sun_Vector.
+    /// Reads magnetometer 0 whatever the index.
     void Get_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magnetometer_Parameters* parameters);
     void Set_Magnetometer_Update_Interval(unsigned char index, unsigned long long interval_msec);
     void Get_Magnetometer_Update_Interval(unsigned char index, unsigned long long* interval_msec);
@@ -220,7 +220,6 @@ public:
     /// @param data    the command's bytes; may be null when length is 0
     /// @param length  0 to 512
     void Send_Startracker_Native_Command(unsigned char* data, unsigned int length);
-    /// Reports its failures with the words of Get_Startracker_Operation_Mode.
     /// @param status  not 0 while a native reply waits to be read
     void Check_Startracker_Native_Reply(unsigned int* status);
     /// Reads one byte of the native reply.
@@ -230,8 +229,8 @@ public:
 
     /// Loads a two-line element set into the orbit module.
     /// @param tle_data  sent as it stands; the unit checks it
-    /// @param response  the unit's result code, which is not judged here; from the simulated unit 0 when the elements
-    ///                  are accepted, otherwise one of the codes in simulator/orbit/tle.h
+    /// @param response  the unit's result code, which is not judged here; 0 from the simulated unit when the elements
+    ///                  are accepted, otherwise a code of those at VELM_ZAVRA_API::Init_Orbit_Module()
     void Init_Orbit_Module(ZAVRA_100_Orbit_TLE_Data tle_data, unsigned char* response);
     void Get_Orbit_Data(ZAVRA_100_Orbit_Propagation_Data* orbit_data);
 
@@ -253,7 +252,6 @@ public:
 
     /// @param interval_msec  update interval of the whole set of wheels
     void Set_ReactionWheel_All_Update_Interval(unsigned long long interval_msec);
-    /// Reports its failures with the words of Get_ReactionWheel_Speed.
     void Get_ReactionWheel_All_Update_Interval(unsigned long long* interval_msec);
 
     /// Stops driving one wheel.
@@ -262,7 +260,6 @@ public:
 
     /// @param speed_radps  rad/s, wheel by wheel
     void Set_ReactionWheel_All_Speeds(ZAVRA_100_Vector6_float speed_radps);
-    /// Reports its failures with the words of Get_ReactionWheel_Speed.
     void Get_ReactionWheel_All_Speeds(ZAVRA_100_Vector6_float* speed_radps);
 
     /// The whole array at once, with the matrix that distributes torque to the wheels.
@@ -284,7 +281,6 @@ public:
     void Suspend_All_Magnettorquers();
     void Resume_All_Magnettorquers();
 
-    /// Reports its failures with the words of Set_Magnettorquer_All_Dipole_Moments.
     void Set_Magnettorquer_Parameters(ZAVRA_100_Magnetorquer_Parameters parameters);
     void Get_Magnettorquer_Parameters(ZAVRA_100_Magnetorquer_Parameters* parameters);
 
@@ -312,7 +308,6 @@ public:
     /// @param parameters  k_d_out is not sent: the unit receives zero
     void Set_SingleAxis_AngleStep_Controller_Parameters(unsigned char axis,
                                                         ZAVRA_100_Cascaded_PID_Controller_Parameters parameters);
-    /// Reports its failures with the words of Get_SingleAxis_AngularVelocity_Controller_Parameters.
     /// @param parameters  only k_p_in and k_p_out come from the unit; everything else is zero
     void Get_SingleAxis_AngleStep_Controller_Parameters(unsigned char axis,
                                                         ZAVRA_100_Cascaded_PID_Controller_Parameters* parameters);
@@ -325,7 +320,6 @@ public:
     void Get_ThreeAxis_BDot_Controller_Max_Parameters(ZAVRA_100_BDot_Controller_Parameters* parameters);
     /// B-dot controller, proportional variant.
     void Set_ThreeAxis_BDot_Controller_Proportional_Parameters(ZAVRA_100_BDot_Controller_Parameters parameters);
-    /// Reports its failures with the words of Get_ThreeAxis_BDot_Controller_Max_Parameters.
     void Get_ThreeAxis_BDot_Controller_Proportional_Parameters(ZAVRA_100_BDot_Controller_Parameters* parameters);
     void Set_ThreeAxis_SunPointing_Controller_Parameters(ZAVRA_100_SunPointing_Controller_Parameters parameters);
     void Get_ThreeAxis_SunPointing_Controller_Parameters(ZAVRA_100_SunPointing_Controller_Parameters* parameters);
@@ -335,7 +329,7 @@ public:
     /// @}
     /// @name Operation modes, target pointing and Kalman filter
     /// No method checks its arguments. The unit has one stop for every mode, so that any stop method ends whichever
-    /// mode is running; only their failures differ.
+    /// mode is running.
     /// @{
 
     void Set_OperationMode_Safe();

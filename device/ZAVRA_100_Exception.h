@@ -4,7 +4,8 @@
 #include <string>
 
 /// Failure of the unit, of the transport or of the bus, as the device layer reports it. The message nests the messages
-/// of the layers below: "Failed to Set Epoch Time (Failed to use Generic-SET for ZAVRA (...))".
+/// of the layers below: "Failed to Set Epoch Time (Failed to use Generic-SET for ZAVRA (...))". The words of some
+/// commands are another command's; docs/quirks.md lists them.
 class ZAVRA_100_Exception : public std::exception
 {
 public:

@@ -1,4 +1,4 @@
-#include "protocol/actuators.h"
+#include "../protocol/actuators.h"
 #include "dump.h"
 #include "exchange.h"
 
@@ -18,26 +18,26 @@ void check_wheel(unsigned char index, const char* action_words)
 
 void dump_speed(unsigned char index, float speed_radps)
 {
-    dump_fields(std::tuple{Field{"WHEEL_INDEX", index}, Field{"WHEEL_SPEED_rad/s", speed_radps}});
+    dump_fields(List{Field{"WHEEL_INDEX", index}, Field{"WHEEL_SPEED_rad/s", speed_radps}});
 }
 
 void dump_parameters(unsigned char index, const ZAVRA_100_Single_Reactionwheel_Parameters& parameters)
 {
-    dump_fields(std::tuple{Field{"WHEEL_INDEX", index}});
+    dump_fields(List{Field{"WHEEL_INDEX", index}});
     dump_fields(parameters);
 }
 
 void dump_torque(const ZAVRA_100_Vector3_float& torque)
 {
-    dump_fields(std::tuple{Field{"WHEEL_TORQUE_Nm (X)", torque.x}, Field{"WHEEL_TORQUE_Nm (Y)", torque.y},
-                           Field{"WHEEL_TORQUE_Nm (Z)", torque.z}});
+    dump_fields(List{Field{"WHEEL_TORQUE_Nm (X)", torque.x}, Field{"WHEEL_TORQUE_Nm (Y)", torque.y},
+                     Field{"WHEEL_TORQUE_Nm (Z)", torque.z}});
 }
 
 /// One line for each component, its name in lower case.
 template <class Vector>
 void dump_components(const char* name, const Vector& vector)
 {
-    dump_fields(std::tuple{Field{name, vector, style::lower_case}});
+    dump_fields(List{Field{name, vector, style::lower_case}});
 }
 
 /// The matrix with the wheel and the axis that each entry belongs to.
@@ -112,15 +112,14 @@ void ZAVRA_100::Get_ReactionWheel_All_Speeds(ZAVRA_100_Vector6_float* speed_radp
     dump_components("speed_radps", *speed_radps);
 }
 
-// What is set prints otherwise than what was received: without the four floats, every number as ": dec", and the matrix
-// with wheels and axes. Kept as readers of these lines know them.
+// Quirk: what is set prints otherwise than what was received: without the four floats, every number as ": dec", and the
+// matrix with wheels and axes.
 void ZAVRA_100::Set_ReactionWheel_All_Parameters(ZAVRA_100_Reactionwheel_Array_Parameters parameters)
 {
     dump(array_title,
-         std::tuple{Field{"NUMBER_OF_WHEELS", parameters.number_of_wheels},
-                    Field{"CONTROL_MODE", parameters.control_mode},
-                    Field{"UPDATE_INTERVAL", parameters.update_interval},
-                    Field{"MAX_VALID_TIME_SPEED_MEASUREMENT", parameters.max_valid_time_speed_measurement}});
+         List{Field{"NUMBER_OF_WHEELS", parameters.number_of_wheels}, Field{"CONTROL_MODE", parameters.control_mode},
+              Field{"UPDATE_INTERVAL", parameters.update_interval},
+              Field{"MAX_VALID_TIME_SPEED_MEASUREMENT", parameters.max_valid_time_speed_measurement}});
     dump_distribution(parameters.torque_distribution_matrix);
     send(*this, protocol::set_reactionwheel_all_parameters, parameters);
 }
@@ -148,7 +147,7 @@ void ZAVRA_100::Get_ReactionWheel_Torque(ZAVRA_100_Vector3_float* torque_Nm)
     dump_torque(*torque_Nm);
 }
 
-// Dipole moments and currents print once they are sent; every other setter of an actuator prints before.
+// Quirk: dipole moments and currents print once they are sent; every other setter of an actuator prints before.
 void ZAVRA_100::Set_Magnettorquer_All_Dipole_Moments(ZAVRA_100_Vector3_float moment_Am)
 {
     send(*this, protocol::set_magnettorquer_all_dipole_moments, moment_Am);
@@ -171,7 +170,7 @@ void ZAVRA_100::Resume_All_Magnettorquers()
     send(*this, protocol::resume_all_magnettorquers);
 }
 
-// The title has always been another record's.
+// Quirk: the title is another record's.
 void ZAVRA_100::Set_Magnettorquer_Parameters(ZAVRA_100_Magnetorquer_Parameters parameters)
 {
     dump("ZAVRA_100_PID_Controller_Parameters", parameters);

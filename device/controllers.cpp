@@ -1,4 +1,4 @@
-#include "protocol/controllers.h"
+#include "../protocol/controllers.h"
 #include "dump.h"
 #include "exchange.h"
 
@@ -9,7 +9,7 @@ namespace
 
 constexpr const char* pid_title = "ZAVRA_100_PID_Controller_Parameters";
 constexpr const char* bdot_title = "ZAVRA_100_BDot_Controller_Parameters";
-constexpr const char* cascaded_pid_title = bdot_title; // not the record's name; it has always been so
+constexpr const char* cascaded_pid_title = bdot_title; // Quirk: this is not the record's name.
 constexpr const char* sunpointing_title = "ZAVRA_100_SunPointing_Controller_Parameters";
 constexpr const char* sliding_title = "ZAVRA_100_Sliding_Controller_Parameters";
 
@@ -58,9 +58,8 @@ void ZAVRA_100::Set_SingleAxis_AngleStep_Controller_Parameters(unsigned char axi
                                                                ZAVRA_100_Cascaded_PID_Controller_Parameters parameters)
 {
     dump(cascaded_pid_title, parameters);
-    // In this request k_d_out's place lies ten bytes too far, under th_aw_out and ctrl_actuator_cmd_if, which overwrite
-    // it: the value never travels, and the bytes where the unit expects it stay zero. Kept, because what the unit
-    // receives must not change.
+    // Quirk: in this request k_d_out's place lies ten bytes too far, under th_aw_out and ctrl_actuator_cmd_if, which
+    // overwrite it: the value never travels, and the bytes where the unit expects it stay zero.
     parameters.k_d_out = 0;
     send(*this, protocol::set_singleaxis_anglestep_controller_parameters, axis, parameters);
 }
@@ -69,8 +68,8 @@ void ZAVRA_100::Get_SingleAxis_AngleStep_Controller_Parameters(unsigned char axi
                                                                ZAVRA_100_Cascaded_PID_Controller_Parameters* parameters)
 {
     const auto answer = ask(*this, protocol::get_singleaxis_anglestep_controller_parameters, axis);
-    // Only the proportional gains come from the response; the other fields are taken from the request, where everything
-    // beyond the axis is zero. Kept, because callers must not see other values than before.
+    // Quirk: only the proportional gains come from the response; the other fields are taken from the request, where
+    // everything beyond the axis is zero.
     *parameters = {};
     parameters->k_p_in = answer.k_p_in;
     parameters->k_p_out = answer.k_p_out;

@@ -1,19 +1,15 @@
 #include "debug.h"
 
+#include <ios>
 #include <locale>
+#include <sstream>
+#include <string>
 
 namespace zavra
 {
 
 namespace
 {
-
-std::string begin_piece(int colour)
-{
-    return "\033[" + std::to_string(colour) + "m";
-}
-
-const std::string end_piece = "\033[0m";
 
 std::string digits_of(unsigned long long value, unsigned int digits)
 {
@@ -23,39 +19,54 @@ std::string digits_of(unsigned long long value, unsigned int digits)
     return text;
 }
 
-void write_unformatted(std::ostream& stream, const std::string& text)
+struct Hex_Dump
 {
-    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+    const char* label;
+    const unsigned char* bytes;
+    unsigned int length;
+};
+
+void print(std::ostream& stream, const void* hex_dump)
+{
+    const auto& dump = *static_cast<const Hex_Dump*>(hex_dump);
+    const auto next_piece = [&] { stream << "\033[0m\033[" << values.colour << 'm'; };
+    stream << dump.label;
+    for (unsigned int i = 0; i < dump.length; ++i) {
+        next_piece();
+        stream << digits_of(dump.bytes[i], 2);
+    }
+    next_piece();
 }
 
 }
 
-void write_line(std::ostream& stream, int colour, const std::string& text)
+void write_line(const Debug_Channel& channel, void (*print)(std::ostream&, const void*), const void* line,
+                const char* end)
 {
-    write_unformatted(stream, begin_piece(colour) + text + end_piece + '\n');
-    stream.flush();
-}
-
-std::ostringstream plain_text()
-{
+    std::ostream& stream = VELM_API_Debug::dout(static_cast<VELM_API_Debug::Level>(channel.level));
+    if (!stream)
+        return;
     std::ostringstream text;
     text.imbue(std::locale::classic());
-    return text;
+    text << "\033[" << channel.colour << 'm';
+    print(text, line);
+    text << end;
+
+    stream << std::dec;
+    stream.fill(' ');
+    stream.width(0);
+    stream << text.view() << std::flush;
+}
+
+void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length)
+{
+    const Hex_Dump dump{label, bytes, length};
+    write_line(values, print, &dump, "\n\033[0m");
 }
 
 std::ostream& operator<<(std::ostream& stream, const Hex& number)
 {
     return stream << "0x" << digits_of(number.value, number.digits);
-}
-
-void write_bytes(std::ostream& stream, const char* label, const unsigned char* bytes, unsigned int length)
-{
-    const std::string begin = begin_piece(values.colour);
-    std::string line = begin + label + end_piece;
-    for (unsigned int i = 0; i < length; ++i)
-        line += begin + digits_of(bytes[i], 2) + end_piece;
-    write_unformatted(stream, line + begin + '\n' + end_piece);
-    stream.flush();
 }
 
 }

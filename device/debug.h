@@ -3,8 +3,6 @@
 #include <VELM_API_Debug.h>
 
 #include <ostream>
-#include <sstream>
-#include <string>
 
 /// Lines on the platform's debug stream.
 namespace zavra
@@ -12,7 +10,7 @@ namespace zavra
 
 struct Debug_Channel
 {
-    VELM_API_Debug::Level level;
+    unsigned int level;
     int colour;
 };
 
@@ -21,28 +19,19 @@ inline constexpr Debug_Channel destructors{2, 36};
 inline constexpr Debug_Channel values{3, 32};
 inline constexpr Debug_Channel warnings{4, 33};
 
-/// The channel's stream, or null where nobody would see what is written: then nothing is formatted at all.
-inline std::ostream* open(const Debug_Channel& channel)
-{
-    std::ostream& stream = VELM_API_Debug::dout(channel.level);
-    return stream ? &stream : nullptr;
-}
-
-/// Writes one line. It is formatted aside, so that neither the state the stream was left in nor the application's
-/// locale changes how numbers look.
-void write_line(std::ostream& stream, int colour, const std::string& text);
-
-/// Text in the classic locale with default formatting.
-std::ostringstream plain_text();
+/// Writes one line, for which the platform is asked for its stream once. It is formatted aside, so that neither the
+/// state the stream was left in nor the application's locale changes how numbers look; where nobody would see it, it is
+/// not formatted at all. There are many kinds of lines; what they share is in this function, once.
+void write_line(const Debug_Channel& channel, void (*print)(std::ostream&, const void*), const void* line,
+                const char* end = "\033[0m\n");
 
 template <class... Part>
 void debug_line(const Debug_Channel& channel, const Part&... parts)
 {
-    if (std::ostream* stream = open(channel)) {
-        std::ostringstream line = plain_text();
-        (line << ... << parts);
-        write_line(*stream, channel.colour, line.str());
-    }
+    const auto line = [&](std::ostream& stream) { (stream << ... << parts); };
+    using Line = decltype(line);
+    write_line(
+        channel, [](std::ostream& stream, const void* it) { (*static_cast<Line*>(it))(stream); }, &line);
 }
 
 template <class... Part>
@@ -51,14 +40,8 @@ void warn(const Part&... parts)
     debug_line(warnings, "WARNING: ", parts...);
 }
 
-/// Writes bytes as one line of pieces: the label, two hexadecimal digits for each byte, and an empty piece.
-void write_bytes(std::ostream& stream, const char* label, const unsigned char* bytes, unsigned int length);
-
-inline void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length)
-{
-    if (std::ostream* stream = open(values))
-        write_bytes(*stream, label, bytes, length);
-}
+/// Writes a label and bytes in hexadecimal, each as a coloured piece of its own.
+void debug_bytes(const char* label, const unsigned char* bytes, unsigned int length);
 
 /// A number that prints as "0x" and all digits of its type, leading zeros included.
 struct Hex

@@ -1,65 +1,72 @@
 #include "dump.h"
 
-#include <cctype>
+#include "../common/text.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace zavra
 {
 
-namespace
+/// A label with the names before it.
+struct Dump::Label
 {
+    const Dump& dump;
+    const char* label;
+};
 
-std::string in_case(const char* label, bool lower)
+std::ostream& operator<<(std::ostream& stream, const Dump::Label& label)
 {
-    std::string text = label;
-    if (lower)
-        std::transform(text.begin(), text.end(), text.begin(),
-                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
+    label.dump.print(stream, label.label);
+    return stream;
 }
 
-template <class T>
-std::string formatted(T value)
+void Dump::print(std::ostream& stream, const char* label) const
 {
-    std::ostringstream text = plain_text();
-    text << value;
-    return text.str();
+    if (outer_ != nullptr)
+        outer_->print(stream, name_);
+    else if (name_ != nullptr)
+        stream << name_;
+    if (name_ != nullptr)
+        stream << joint_;
+    for (const char* c = label; *c != '\0'; ++c)
+        stream << (lower_ ? lower_case(*c) : *c);
 }
 
+void Dump::number(const char* label, unsigned long long value, const char* separator) const
+{
+    debug_line(values, Label{*this, label}, separator, value);
 }
 
-Dump Dump::inside(const char* label, bool lower, char joint) const
+void Dump::number(const char* label, float value, const char* separator) const
 {
-    return {stream_, prefix_ + in_case(label, lower_) + joint, lower};
+    debug_line(values, Label{*this, label}, separator, value);
 }
 
-void Dump::number(const char* label, unsigned long long value) const
+void Dump::number(const char* label, double value, const char* separator) const
 {
-    line(label, ": dec = ", formatted(value));
+    debug_line(values, Label{*this, label}, separator, value);
 }
 
-void Dump::number(const char* label, float value) const
+void Dump::number(const char* label, const Hex& value, const char* separator) const
 {
-    line(label, ": dec = ", formatted(value));
+    debug_line(values, Label{*this, label}, separator, value);
 }
 
-void Dump::number(const char* label, double value) const
+void Dump::element(const char* label, std::size_t index, float value) const
 {
-    line(label, ": dec = ", formatted(value));
+    debug_line(values, Label{*this, label}, '[', index, "]: dec = ", value);
 }
 
-void Dump::number(const char* label, const Hex& value) const
+void Dump::character(const char* label, char value) const
 {
-    line(label, ": hex = ", formatted(value));
+    debug_line(values, Label{*this, label}, ": dec = ", value);
 }
 
-void Dump::characters(const char* label, const char* separator, const char* text, std::size_t size, bool whole) const
+void Dump::text(const char* label, const char* separator, const char* characters, std::size_t size) const
 {
-    line(label, separator, {text, whole ? text + size : std::find(text, text + size, '\0')});
-}
-
-void Dump::line(const char* label, const char* separator, const std::string& value) const
-{
-    write_line(stream_, values.colour, prefix_ + in_case(label, lower_) + separator + value);
+    debug_line(values, Label{*this, label}, separator,
+               std::string_view(characters, std::find(characters, characters + size, '\0')));
 }
 
 }

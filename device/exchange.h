@@ -1,8 +1,8 @@
 #pragma once
 
+#include "../protocol/command.h"
 #include "ZAVRA_100.h"
 #include "failure.h"
-#include "protocol/command.h"
 
 #include <type_traits>
 

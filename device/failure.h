@@ -2,7 +2,10 @@
 
 #include "ZAVRA_100.h"
 
+#include <cerrno>
+#include <exception>
 #include <string>
+#include <system_error>
 #include <type_traits>
 
 namespace zavra
@@ -14,14 +17,35 @@ inline std::string failure(const char* action_words, const std::string& reason)
     return std::string("Failed to ") + action_words + " (" + reason + ")";
 }
 
+/// Throws with the failure that is being handled nested inside.
+template <class Exception>
+[[noreturn, gnu::noinline]] void fail(const std::string& message)
+{
+    std::throw_with_nested(Exception(message));
+}
+
+/// Throws a failure that has no layer below: the code is nested inside, for velm_zavra::cause().
+template <class Exception>
+[[noreturn, gnu::noinline]] void fail(const std::string& message, int code)
+{
+    try {
+        throw std::system_error(code, std::generic_category());
+    } catch (const std::system_error&) {
+        fail<Exception>(message);
+    }
+}
+
+inline constexpr int refused = EINVAL; // these two codes are no file's
+inline constexpr int damaged = EBADMSG;
+
 /// Runs an action of one layer; a failure of the layer below becomes this layer's own.
 template <class Inner, class Outer>
-[[gnu::noinline]] void translate(const char* action_words, void (*run)(void*), void* action)
+[[gnu::noinline]] void run_translated(const char* action_words, void (*run)(void*), void* action)
 {
     try {
         run(action);
     } catch (const Inner& inner) {
-        throw Outer(failure(action_words, inner.what()));
+        fail<Outer>(failure(action_words, inner.what()));
     }
 }
 
@@ -32,7 +56,7 @@ auto translate(const char* action_words, Action&& action)
     using Result = decltype(action());
     if constexpr (std::is_void_v<Result>) {
         const auto run = [](void* it) { (*static_cast<std::remove_reference_t<Action>*>(it))(); };
-        translate<Inner, Outer>(action_words, run, &action);
+        run_translated<Inner, Outer>(action_words, run, &action);
     } else {
         Result result{};
         translate<Inner, Outer>(action_words, [&] { result = action(); });
@@ -50,7 +74,7 @@ auto attempt(const char* action_words, Action&& action)
 /// Refuses an argument before anything is sent.
 [[noreturn, gnu::noinline]] inline void reject(const char* action_words, const char* reason)
 {
-    throw ZAVRA_100_Exception(failure(action_words, reason));
+    fail<ZAVRA_100_Exception>(failure(action_words, reason), refused);
 }
 
 }

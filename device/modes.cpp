@@ -1,4 +1,4 @@
-#include "protocol/modes.h"
+#include "../protocol/modes.h"
 #include "dump.h"
 #include "exchange.h"
 

@@ -1,4 +1,4 @@
-#include "protocol/sensors.h"
+#include "../protocol/sensors.h"
 #include "dump.h"
 #include "exchange.h"
 
@@ -49,13 +49,13 @@ void send_magnetometer(ZAVRA_100& device, const Command<void(unsigned char, Argu
 
 void dump_gyro(unsigned char index, const ZAVRA_100_Gyroscope_Parameters& parameters)
 {
-    dump_fields(std::tuple{Field{"GYRO_INDEX", index, style::character}});
+    dump_fields(List{Field{"GYRO_INDEX", index, style::character}});
     dump("ZAVRA_100_Gyroscope_Parameters", parameters);
 }
 
 void dump_magnetometer(unsigned char index, const ZAVRA_100_Magnetometer_Parameters& parameters)
 {
-    dump("ZAVRA_100_Magnetometer_Parameters", std::tuple{Field{"MAGNETOMETER_INDEX", index, style::character}});
+    dump("ZAVRA_100_Magnetometer_Parameters", List{Field{"MAGNETOMETER_INDEX", index, style::character}});
     dump_fields(parameters);
 }
 
@@ -111,7 +111,7 @@ void ZAVRA_100::Start_Gyro_Bias_Calculation(unsigned char index)
     send_gyro(*this, protocol::start_gyro_bias_calculation, index);
 }
 
-// The bias commands have always said "Values" where they refuse an index and "Value" where they fail.
+// Quirk: the bias commands say "Values" where they refuse an index and "Value" where they fail.
 void ZAVRA_100::Set_Gyro_Bias_Value(unsigned char index, ZAVRA_100_Vector3_float bias)
 {
     check_gyro(index, "Set Gyro Bias Values");
@@ -152,7 +152,7 @@ void ZAVRA_100::Set_Magnetometer_Values(unsigned char index, ZAVRA_100_Vector3_f
 void ZAVRA_100::Get_Magnetometer_Values(unsigned char index, ZAVRA_100_Vector3_float* magnetic_field,
                                         unsigned long long* timestamp)
 {
-    // Its refusal has always said "Values" where its failure says "Value", and "gyro".
+    // Quirk: the refusal says "Values" where the failure says "Value", and "gyro".
     check_magnetometer(index, "Get Magnetometer Values", unknown_gyro);
     std::tie(*magnetic_field, *timestamp) = ask(*this, protocol::get_magnetometer_values, index);
 }
@@ -164,7 +164,7 @@ void ZAVRA_100::Set_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magne
     pack(payload, index, parameters);
     dump_magnetometer(index, parameters);
 
-    // This payload has always gone to standard output as well, whatever the debug level.
+    // Quirk: this payload goes to standard output as well, whatever the debug level.
     for (const unsigned char byte : payload)
         std::printf("%02x", unsigned{byte});
     std::fflush(stdout);
@@ -174,7 +174,7 @@ void ZAVRA_100::Set_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magne
 
 void ZAVRA_100::Get_Magnetometer_Parameters(unsigned char index, ZAVRA_100_Magnetometer_Parameters* parameters)
 {
-    // The request always names magnetometer 0, the only one that the unit has; the index is only printed.
+    // Quirk: the request names magnetometer 0, the only one that the unit has; the index is only printed.
     *parameters = ask(*this, protocol::get_magnetometer_parameters, 0);
     dump_magnetometer(index, *parameters);
 }
@@ -186,7 +186,7 @@ void ZAVRA_100::Set_Magnetometer_Update_Interval(unsigned char index, unsigned l
 
 void ZAVRA_100::Get_Magnetometer_Update_Interval(unsigned char index, unsigned long long* interval_msec)
 {
-    // Its refusal has always said "gyro".
+    // Quirk: the refusal says "gyro".
     check_magnetometer(index, protocol::get_magnetometer_update_interval.action, unknown_gyro);
     *interval_msec = ask(*this, protocol::get_magnetometer_update_interval, index);
 }

@@ -1,4 +1,4 @@
-#include "protocol/startracker_orbit.h"
+#include "../protocol/startracker_orbit.h"
 #include "dump.h"
 #include "exchange.h"
 
@@ -52,7 +52,7 @@ void ZAVRA_100::Check_Startracker_Native_Reply(unsigned int* status)
     *status = ask(*this, protocol::check_startracker_native_reply);
 }
 
-// The unit hands a native reply over byte by byte, however many the caller has room for.
+// Quirk: the unit hands a native reply over byte by byte, however many the caller has room for.
 void ZAVRA_100::Read_Startracker_Native_Reply(unsigned char* data, unsigned int)
 {
     unsigned char reply = 0;

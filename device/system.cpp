@@ -1,5 +1,5 @@
-#include "protocol/sensors.h"
-#include "protocol/system.h"
+#include "../protocol/system.h"
+#include "../protocol/sensors.h"
 #include "debug.h"
 #include "exchange.h"
 
@@ -10,7 +10,7 @@ namespace
 
 constexpr const char* index_exceeds_limits = "index exceeds limits";
 
-// The time and interval getters print the pointer they were given, not the value: the line tells where it went.
+// Quirk: the time and interval getters print the pointer they were given, not the value.
 void ask_msec(ZAVRA_100& device, const Command<unsigned long long()>& command, const char* label,
               unsigned long long* msec)
 {
@@ -100,4 +100,14 @@ void ZAVRA_100::Get_HIL_Configuration(unsigned int* hil_configuration)
 {
     *hil_configuration = ask(*this, protocol::get_hil_configuration);
     debug_line(values, "HIL Configuration = ", static_cast<int>(*hil_configuration));
+}
+
+unsigned int ZAVRA_100::Check_Command_Errors()
+{
+    constexpr unsigned int command_error_bits = 3;
+    return attempt("Check Command Errors", [&] {
+        ZAVRA_100_Standard_Telemetry telemetry;
+        Get_Standard_Telemetry(&telemetry);
+        return telemetry.system_error_register & command_error_bits;
+    });
 }

@@ -1,4 +1,4 @@
-#include "protocol/telemetry.h"
+#include "../protocol/telemetry.h"
 #include "dump.h"
 #include "exchange.h"
 
@@ -45,14 +45,4 @@ void ZAVRA_100::Get_Attitude_Telemetry(ZAVRA_100_Attitude_Telemetry* telemetry)
 void ZAVRA_100::Get_Power_Telemetry(ZAVRA_100_Power_Telemetry* telemetry)
 {
     read_frame(*this, protocol::get_power_telemetry, "POWER_STATUS_TELEMETRY", telemetry);
-}
-
-unsigned int ZAVRA_100::Check_Command_Errors()
-{
-    constexpr unsigned int command_error_bits = 3;
-    return attempt("Check Command Errors", [&] {
-        ZAVRA_100_Standard_Telemetry telemetry;
-        Get_Standard_Telemetry(&telemetry);
-        return telemetry.system_error_register & command_error_bits;
-    });
 }

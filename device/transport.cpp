@@ -1,10 +1,12 @@
+#include "../protocol/codec.h"
+#include "../protocol/frame.h"
 #include "ZAVRA_100.h"
 #include "debug.h"
 #include "failure.h"
-#include "protocol/codec.h"
-#include "protocol/frame.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <unistd.h>
 
@@ -21,11 +23,24 @@ constexpr const char* generic_set = "use Generic-SET for ZAVRA";
 constexpr const char* generic_get = "use Generic-GET for ZAVRA";
 constexpr const char* native_get = "use Native-GET for ZAVRA Star Tracker";
 
+/// Waits the whole time, also when signals interrupt it.
+void wait(useconds_t usec)
+{
+    using std::chrono::steady_clock;
+    const auto end = steady_clock::now() + std::chrono::microseconds(usec);
+    while (usleep(usec) != 0 && errno == EINTR) {
+        const auto rest = std::chrono::ceil<std::chrono::microseconds>(end - steady_clock::now());
+        if (rest.count() <= 0)
+            return;
+        usec = static_cast<useconds_t>(rest.count());
+    }
+}
+
 /// Refuses a transfer that cannot be made; these texts stand behind a colon, not in parentheses.
 void require(bool condition, const char* action, const char* problem)
 {
     if (!condition)
-        throw ZAVRA_100_Exception(std::string("Failed to ") + action + ": " + problem);
+        fail<ZAVRA_100_Exception>(std::string("Failed to ") + action + ": " + problem, refused);
 }
 
 void check_request(const char* action, const unsigned char* data, unsigned int num_data_bytes)
@@ -56,9 +71,9 @@ void read_checked(ZAVRA_100& device, const char* action, Request&& request, unsi
             return;
         }
         warn("Retry because of CRC");
-        usleep(retry_wait_usec);
+        wait(retry_wait_usec);
     }
-    reject(action, "Bad response CRC, Retry failed");
+    fail<ZAVRA_100_Exception>(failure(action, "Bad response CRC, Retry failed"), damaged);
 }
 
 }
@@ -79,7 +94,7 @@ void ZAVRA_100::ZAVRA_Generic_Set(unsigned short command, unsigned char* data, u
     debug_bytes("Command (hex) : ", frame, num_frame_bytes);
     attempt<VELM_I2C_DEV_Exception>(generic_set, [&] {
         I2CWriteByteArray(frame, static_cast<int>(num_frame_bytes));
-        usleep(execution_wait_usec);
+        wait(execution_wait_usec);
     });
 }
 

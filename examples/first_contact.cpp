@@ -2,8 +2,8 @@
 // clock.
 
 #include <VELM_ZAVRA_API.h>
+#include <VELM_ZAVRA_VALUES.h>
 
-#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -31,12 +31,6 @@ void show(const VELM_ZAVRA_API_STANDARD_TELEMETRY& telemetry)
                 telemetry.number_of_failed_commands);
 }
 
-unsigned long long now_msec()
-{
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    return static_cast<unsigned long long>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
-}
-
 }
 
 int main()
@@ -45,7 +39,7 @@ try {
     show(api.Get_Info_Frame());
     show(api.Get_Standard_Telemetry());
 
-    const unsigned long long set = now_msec();
+    const unsigned long long set = velm_zavra::to_msec(velm_zavra::now());
     api.Set_Epoch_Time(set);
     const unsigned long long read = api.Get_Epoch_Time();
     std::printf("\nEpoch time set to %llu ms, read back %llu ms\n", set, read);

@@ -1,6 +1,7 @@
 // Operation modes: sets the unit's clock, starts and stops each mode, and prints what the unit's telemetry says of it.
 
 #include <VELM_ZAVRA_API.h>
+#include <VELM_ZAVRA_VALUES.h>
 
 #include <chrono>
 #include <cstdio>
@@ -12,13 +13,14 @@
 namespace
 {
 
-using namespace std::chrono_literals;
+using std::chrono::hours;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using velm_zavra::to_msec;
 
-constexpr float degrees = 0.0174532925F;
-
-unsigned long long msec(std::chrono::system_clock::duration time)
+float radians(double degrees)
 {
-    return static_cast<unsigned long long>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
+    return static_cast<float>(velm_zavra::radians(degrees));
 }
 
 /// Reads the standard telemetry and prints one line of it.
@@ -54,13 +56,13 @@ void show_pointing(VELM_ZAVRA_API& api)
 /// Detumbling that starts one second from now and lasts one second.
 void show_timed_mode(VELM_ZAVRA_API& api)
 {
-    const auto start = std::chrono::system_clock::now() + 1s;
-    const auto stop = start + 1s;
-    api.Start_Operation_Mode_Detumbling({msec(start.time_since_epoch()), msec(stop.time_since_epoch())});
+    const auto start = std::chrono::system_clock::now() + seconds(1);
+    const auto stop = start + seconds(1);
+    api.Start_Operation_Mode_Detumbling({to_msec(start), to_msec(stop)});
     show(api, "Detumbling, before its start");
-    std::this_thread::sleep_until(start + 300ms);
+    std::this_thread::sleep_until(start + milliseconds(300));
     show(api, "Detumbling, after its start");
-    std::this_thread::sleep_until(stop + 300ms);
+    std::this_thread::sleep_until(stop + milliseconds(300));
     show(api, "Detumbling, after its stop");
 }
 
@@ -69,7 +71,7 @@ void show_timed_mode(VELM_ZAVRA_API& api)
 int main()
 try {
     VELM_ZAVRA_API api;
-    api.Set_Epoch_Time(msec(std::chrono::system_clock::now().time_since_epoch()));
+    api.Set_Epoch_Time(to_msec(velm_zavra::now()));
     std::puts("");
     const unsigned int failed_before = show(api, "Clock set");
     show_timed_mode(api);
@@ -78,8 +80,8 @@ try {
     constexpr VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT forward{1, 0, 0};
     constexpr VELM_ZAVRA_API_TARGET_POINTING_TOLERANCE_PARAMETERS tolerances{0.02F, 5, 0.001F, 0.1F};
     constexpr unsigned int determination_mode = 0;
-    const unsigned long long now = msec(std::chrono::system_clock::now().time_since_epoch());
-    const unsigned long long in_an_hour = now + msec(1h);
+    const unsigned long long now = to_msec(velm_zavra::now());
+    const unsigned long long in_an_hour = now + to_msec(hours(1));
 
     using Api = VELM_ZAVRA_API;
     const struct
@@ -109,13 +111,13 @@ try {
         {"Earth-fixed pointing",
          [&] {
              api.Start_Target_Pointing_Earth_Fix_Mode(
-                 {determination_mode, camera, forward, 49.8F * degrees, 9.9F * degrees, 0, 1000, tolerances});
+                 {determination_mode, camera, forward, radians(49.8), radians(9.9), 0, 1000, tolerances});
          },
          &Api::Stop_Target_Pointing_Earth_Fix_Mode, true},
         {"Constant-velocity pointing",
          [&] {
-             api.Start_Target_Pointing_Earth_Const_Velocity_Mode({determination_mode, camera, forward, 49.8F * degrees,
-                                                                  52.5F * degrees, 9.9F * degrees, 13.4F * degrees, now,
+             api.Start_Target_Pointing_Earth_Const_Velocity_Mode({determination_mode, camera, forward, radians(49.8),
+                                                                  radians(52.5), radians(9.9), radians(13.4), now,
                                                                   in_an_hour, 0, 1000, tolerances});
          },
          &Api::Stop_Target_Pointing_Earth_Const_Velocity_Mode, true},
@@ -124,9 +126,8 @@ try {
              VELM_ZAVRA_API_TARGET_POINTING_INERTIAL_MODE_PARAMETERS parameters{};
              parameters.los_vector_bf = camera;
              parameters.flight_vector_bf = forward;
-             parameters.degree = 6;
-             parameters.base_quaternion.q_2 = 0.6F;
-             parameters.base_quaternion.q_4 = 0.8F;
+             parameters.degree = velm_zavra::inertial_mode_degree;
+             parameters.base_quaternion = velm_zavra::quaternion(velm_zavra::Euler_Angles{0, radians(73.74), 0});
              parameters.start_epoch_time = now;
              parameters.stop_epoch_time = in_an_hour;
              parameters.update_interval = 1000;

@@ -2,13 +2,14 @@
 // Usage: orbit TLE_FILE [TIME]    TIME is UTC, such as 2018-01-21T12:00:00.250; without it, the elements' epoch.
 
 #include <VELM_ZAVRA_API.h>
+#include <VELM_ZAVRA_VALUES.h>
 
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <iostream>
-#include <numbers>
 #include <stdexcept>
 #include <string>
 
@@ -16,8 +17,6 @@ namespace
 {
 
 using Milliseconds = std::chrono::milliseconds;
-
-constexpr double degrees_per_rad = 180.0 / std::numbers::pi;
 
 struct Ground_Point
 {
@@ -36,7 +35,7 @@ Ground_Point ground_point(const VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT& position_km, d
 
     // Greenwich mean sidereal time (Meeus, Astronomical Algorithms, 12.4)
     const double sidereal_deg = 280.46061837 + 360.98564736629 * (julian_date - 2451545.0);
-    const double right_ascension_deg = std::atan2(position_km.y, position_km.x) * degrees_per_rad;
+    const double right_ascension_deg = velm_zavra::degrees(std::atan2(position_km.y, position_km.x));
 
     // Bowring's formula, which starts from the parametric latitude
     const double from_axis = std::hypot(double{position_km.x}, double{position_km.y});
@@ -45,43 +44,44 @@ Ground_Point ground_point(const VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT& position_km, d
                                        from_axis - e2 * a * std::pow(std::cos(parametric), 3));
     const double altitude_km = from_axis * std::cos(latitude) + position_km.z * std::sin(latitude) -
                                a * std::sqrt(1.0 - e2 * std::pow(std::sin(latitude), 2));
-    return {latitude * degrees_per_rad, std::remainder(right_ascension_deg - sidereal_deg, 360.0), altitude_km};
+    return {velm_zavra::degrees(latitude), std::remainder(right_ascension_deg - sidereal_deg, 360.0), altitude_km};
+}
+
+/// From 01.01.1970 0:00:00 UTC to the start of a day.
+Milliseconds start_of_day(int year, int month, int day)
+{
+    std::tm date = {};
+    date.tm_year = year - 1900;
+    date.tm_mon = month - 1;
+    date.tm_mday = day;
+    const std::time_t start = ::timegm(&date);
+    if (date.tm_mon != month - 1 || date.tm_mday != day || start < 0)
+        throw std::invalid_argument("There is no such date since 1970");
+    return std::chrono::seconds(start);
 }
 
 Milliseconds epoch_of(const char* tle_line_1)
 {
-    using namespace std::chrono;
     int two_digits = 0;
     double day_of_year = 0.0;
     const int fields = std::sscanf(tle_line_1 + 18, "%2d%12lf", &two_digits, &day_of_year);
     if (fields != 2 || two_digits < 0 || !(day_of_year >= 1.0 && day_of_year < 367.0))
         throw std::invalid_argument("Line 1 of the elements has no readable epoch");
-    const year epoch_year{two_digits < 57 ? 2000 + two_digits : 1900 + two_digits};
-    return sys_days{epoch_year / January / 1}.time_since_epoch() +
-           Milliseconds(std::llround((day_of_year - 1.0) * 86'400'000.0));
+    return start_of_day(two_digits < 57 ? 2000 + two_digits : 1900 + two_digits, 1, 1) +
+           Milliseconds(std::llround((day_of_year - 1.0) * 86400e3));
 }
 
 Milliseconds parse_time(const std::string& text)
 {
-    using namespace std::chrono;
-    int y = 0, length = 0;
-    unsigned int mon = 0, d = 0, h = 0, min = 0;
+    int y = 0, mon = 0, d = 0, length = 0;
+    unsigned int h = 0, min = 0;
     double s = 0.0;
-    const int fields = std::sscanf(text.c_str(), "%4d-%2u-%2uT%2u:%2u:%lf%n", &y, &mon, &d, &h, &min, &s, &length);
-    const year_month_day date{year{y}, month{mon}, day{d}};
+    const int fields = std::sscanf(text.c_str(), "%4d-%2d-%2dT%2u:%2u:%lf%n", &y, &mon, &d, &h, &min, &s, &length);
     const std::string rest = fields == 6 ? text.substr(static_cast<std::size_t>(length)) : "?";
-    if (!(rest.empty() || rest == "Z") || !date.ok() || y < 1970 || h > 23 || min > 59 || !(s >= 0.0 && s < 60.0))
+    if (!(rest.empty() || rest == "Z") || h > 23 || min > 59 || !(s >= 0.0 && s < 60.0))
         throw std::invalid_argument("\"" + text + "\" is not a time such as 2018-01-21T12:00:00.250");
-    return sys_days{date}.time_since_epoch() + hours{h} + minutes{min} + Milliseconds(std::llround(s * 1000.0));
-}
-
-VELM_ZAVRA_API_TLE_FILE_DATA read_elements(VELM_ZAVRA_API& api, char* file_name)
-{
-    const VELM_ZAVRA_API_TLE_FILE_DATA file = api.parse_TLE_file(file_name);
-    if (file.status != 2 || file.tle_line_1[0] == '\0')
-        throw std::runtime_error(std::string(file_name) + ": no complete element set, line 1 before line 2 (status " +
-                                 std::to_string(file.status) + ")");
-    return file;
+    return start_of_day(y, mon, d) + std::chrono::hours(h) + std::chrono::minutes(min) +
+           Milliseconds(std::llround(s * 1000.0));
 }
 
 }
@@ -93,17 +93,13 @@ try {
         return 2;
     }
     VELM_ZAVRA_API api;
-    const VELM_ZAVRA_API_TLE_FILE_DATA file = read_elements(api, argv[1]);
-    std::printf("\nElements of %s\n  %s\n  %s\n", argv[1], file.tle_line_1, file.tle_line_2);
+    const auto elements = velm_zavra::read_orbit_elements(api, argv[1], std::chrono::seconds(1));
+    std::printf("\nElements of %s\n  %s\n  %s\n", argv[1], elements.tle_1, elements.tle_2);
 
     // The clock first: the unit computes the first state when it gets the elements.
-    const Milliseconds time = argc == 3 ? parse_time(argv[2]) : epoch_of(file.tle_line_1);
-    api.Set_Epoch_Time(static_cast<unsigned long long>(time.count()));
+    const Milliseconds time = argc == 3 ? parse_time(argv[2]) : epoch_of(elements.tle_1);
+    api.Set_Epoch_Time(velm_zavra::to_msec(time));
 
-    VELM_ZAVRA_API_ORBIT_TLE_DATA elements{};
-    std::string(file.tle_line_1).copy(elements.tle_1, sizeof elements.tle_1 - 1);
-    std::string(file.tle_line_2).copy(elements.tle_2, sizeof elements.tle_2 - 1);
-    elements.update_interval_msec = 1000;
     const unsigned int response = api.Init_Orbit_Module(elements);
     if (response != 0)
         throw std::runtime_error("The unit refused the elements with response " + std::to_string(response));

@@ -1,4 +1,4 @@
-// Registers by name: damage a request on its way, see the unit report it, clear the report.
+// Registers by name: damage a request on its way, see the unit report it, clear the report; put a word together.
 // Usage: registers [MAP]    MAP is a register map; without one, flags have the names that the library knows itself.
 
 #include <VELM_ZAVRA_API.h>
@@ -58,6 +58,19 @@ try {
         std::cerr << "The unit did not report the error, or did not clear it" << std::endl;
         return 1;
     }
+
+    // A unit whose documentation names these bits has the names in its map; bit_NN always does.
+    std::printf("\nPut together, sent and read back\n");
+    const VELM_ZAVRA_API_REGISTERS hil = VELM_ZAVRA_API_HIL_CONFIGURATION;
+    api.Set_HIL_Configuration(map.Encode(hil, {"bit_00", "bit_04"}));
+    const VELM_ZAVRA_API_REGISTER read = map.Decode(hil, api.Get_HIL_Configuration());
+    show(read);
+    if (!map.Is_Set(read, "bit_04") || map.Is_Set(read, "bit_01")) {
+        std::cerr << "The unit has another word than was sent" << std::endl;
+        return 1;
+    }
+    api.Set_HIL_Configuration(read.value & ~map.Encode(hil, {"bit_04"}));
+    show(map.Decode(hil, api.Get_HIL_Configuration()));
     return 0;
 } catch (const std::exception& error) {
     std::cerr << error.what() << std::endl;

@@ -27,7 +27,8 @@ public:
     VELM_INIPARSER(const VELM_INIPARSER&) = delete;
     VELM_INIPARSER& operator=(const VELM_INIPARSER&) = delete;
 
-    /// Reads a file; what was loaded before is released first.
+    /// Reads a file; what was loaded before is released first. Sections and keys that stand there more than once
+    /// merge, which is reported on debug level 4.
     /// @throws VELM_INIPARSER_Exception when the file cannot be read or has a line that is not INI text; nothing is
     ///         loaded then
     void load_dict(const char* path);

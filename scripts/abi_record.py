@@ -36,10 +36,11 @@ def facts(element):
         variable = member.find("var-decl")
         if member.get("static") != "yes":
             yield f"bit {member.get('layout-offset-in-bits')} {name_of(variable.get('type-id'))} {variable.get('name')}"
-    virtual = ((int(f.get("vtable-offset")), f.find("function-decl")) for f in element.findall("member-function")
-               if f.get("vtable-offset"))
-    for slot, function in sorted(virtual, key=lambda entry: (entry[0], entry[1].get("mangled-name", ""))):
-        yield f"virtual {slot} {function.get('mangled-name', function.get('name'))}"
+    # a destructor is told of again for every source that destroys such an object
+    virtual = {(int(f.get("vtable-offset")), f.find("function-decl").get("mangled-name", f.find("function-decl").get("name")))
+               for f in element.findall("member-function") if f.get("vtable-offset")}
+    for slot, function in sorted(virtual):
+        yield f"virtual {slot} {function}"
 
 
 public = {}

@@ -4,8 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 for preset in package package-arm; do
-    cmake --preset "$preset" --log-level=WARNING
-    cmake --build --preset "$preset"
+    scripts/build.sh "$preset"
 done
 native=$(dpkg --print-architecture)
 sysroot=$PWD/build/sysroot-armhf

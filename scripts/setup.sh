@@ -1,16 +1,19 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a build needs and that are not there yet.
-# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi]
+# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [ground] [kaitai]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 declare -A packages=(
-    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libncurses-dev libtomlplusplus-dev libgtest-dev libgmock-dev pkgconf"
+    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libncurses-dev libtomlplusplus-dev libeigen3-dev libgtest-dev libgmock-dev pkgconf python3"
     [benchmark]="libbenchmark-dev"
     [clang]="clang clang-tidy clang-format"
     [arm]="g++-arm-linux-gnueabihf qemu-user"
     [package]="dpkg-dev file"
     [abi]="abigail-tools python3"
+    [docs]="doxygen groff-base"
+    [ground]="sigrok-cli libxml2-utils prometheus"
+    [kaitai]="npm python3-kaitaistruct python3-yaml"
 )
 
 wanted=()
@@ -27,16 +30,38 @@ missing=()
 for package in "${wanted[@]}"; do
     [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || missing+=("$package")
 done
+log=build/setup.log
+give_up() {
+    echo "setup: $1; please install: ${missing[*]}" >&2
+    exit 1
+}
+
+as_root=(env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8)
+apt_get() {
+    "${as_root[@]}" apt-get -qq -y -o DPkg::Lock::Timeout=120 "$@" </dev/null >>$log 2>&1
+}
+
 if [[ ${#missing[@]} -gt 0 ]]; then
-    as_root=()
     if [[ $(id -u) -ne 0 ]]; then
-        command -v sudo >/dev/null || { echo "setup: not root and no sudo; please install: ${missing[*]}" >&2; exit 1; }
-        as_root=(sudo)
+        command -v sudo >/dev/null || give_up "not root, and there is no sudo"
+        as_root=(sudo "${as_root[@]}")
+        "${as_root[@]}" true || give_up "sudo does not let $(id -un) install packages"
     fi
-    echo "setup: installing ${missing[*]}"
-    export DEBIAN_FRONTEND=noninteractive
-    "${as_root[@]}" apt-get update -q
-    "${as_root[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"
+    echo "setup: installing ${missing[*]}; a minute or two (apt-get's output is in $log)"
+    mkdir -p build
+    : >$log
+    # apt-get waits for dpkg's lock, but not for that of the package lists. Old lists may do.
+    until apt_get update || ! tail -n 5 $log | grep -q 'Could not get lock' || [[ $SECONDS -ge 120 ]]; do
+        sleep 2
+    done
+    if ! apt_get install --no-install-recommends "${missing[@]}"; then
+        case $(<$log) in
+        *"Could not get lock"* | *"Unable to acquire the dpkg"*) reason="another program holds apt's lock" ;;
+        *resolving* | *"onnect to"* | *"onnection "* | *"unreachable"*) reason="the package sources cannot be reached" ;;
+        *) reason="apt-get failed" ;;
+        esac
+        give_up "$reason (its output is in $log)"
+    fi
 fi
 
 if [[ " $* " == *" arm "* ]]; then

@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev libtomlplusplus3 libtomlplusplus-dev libncurses-dev libncurses6 libncursesw6 libtinfo6"
+packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev libtomlplusplus3 libtomlplusplus-dev libeigen3-dev libncurses-dev libncurses6 libncursesw6 libtinfo6"
 sysroot=build/sysroot-armhf
 [[ $(cat $sysroot/packages 2>/dev/null) == "$packages" ]] && exit 0
 
@@ -24,9 +24,13 @@ Dir::State::status "$work/state/status";
 Dir::Cache "$work/cache";
 EOF
 export APT_CONFIG=$work/apt.conf
-apt-get update -q || echo "setup: not every package source has armhf lists; going on with those that have"
+log=$PWD/build/sysroot.log
+apt-get -qq update >"$log" 2>&1 || true # not every package source has armhf lists; those that have may do
 # shellcheck disable=SC2086 # a list of words
-(cd "$work/debs" && apt-get download -q $packages)
+(cd "$work/debs" && apt-get -qq download $packages >>"$log" 2>&1) || {
+    echo "setup: the armhf packages cannot be fetched (apt-get's output is in $log)" >&2
+    exit 1
+}
 for package in "$work"/debs/*.deb; do
     dpkg-deb --extract "$package" "$work/root"
 done

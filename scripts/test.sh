@@ -5,7 +5,6 @@ cd "$(dirname "$0")/.."
 
 for preset in "$@"; do
     echo "== $preset"
-    cmake --preset "$preset" --log-level=WARNING
-    cmake --build --preset "$preset"
+    scripts/build.sh "$preset"
     ctest --preset "$preset"
 done

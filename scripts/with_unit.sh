@@ -20,11 +20,11 @@ finish() {
 }
 trap finish EXIT
 
-"${simulator_command[@]}" --bus-dir "$VELM_I2C_BUS_DIR" &
+# What it prints is how to reach it, which does not concern anybody here.
+"${simulator_command[@]}" --bus-dir "$VELM_I2C_BUS_DIR" >/dev/null &
 simulator=$!
-for _ in {1..100}; do
-    [[ -S $VELM_I2C_BUS_DIR/i2c-0 ]] && break
-    kill -0 "$simulator" 2>/dev/null || { echo "the simulated unit did not start" >&2; exit 1; }
+until [[ -S $VELM_I2C_BUS_DIR/i2c-0 ]]; do
+    kill -0 "$simulator" 2>/dev/null && [[ $SECONDS -lt 60 ]] || { echo "the simulated unit did not start" >&2; exit 1; }
     sleep 0.05
 done
 

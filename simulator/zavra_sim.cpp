@@ -1,11 +1,17 @@
-#include "journal.h"
-#include "scenario.h"
-#include "test_bench.h"
+#include "bench/control_server.h"
+#include "bench/duration.h"
+#include "bench/journal.h"
+#include "bench/run.h"
+#include "bench/satellite_file.h"
+#include "bench/scenario.h"
+#include "bench/test_bench.h"
+
+#include "../common/bus_directory.h"
 
 #include <CLI/CLI.hpp>
 
+#include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -13,27 +19,27 @@
 #include <set>
 #include <stdexcept>
 #include <string>
-#include <unistd.h>
+#include <sys/stat.h>
+#include <system_error>
 #include <vector>
 
 using namespace zavra;
+using namespace zavra::simulator;
 
 namespace
 {
 
-/// Where applications look already, or else a directory of the user's own.
-std::string default_bus_directory()
+/// What the command line says, or a file that it names, is not right: exit status 2.
+class Usage_Error : public std::runtime_error
 {
-    if (const char* directory = std::getenv("VELM_I2C_BUS_DIR"))
-        return directory;
-    if (const char* directory = std::getenv("XDG_RUNTIME_DIR"))
-        return std::string(directory) + "/zavra";
-    return "/tmp/zavra-" + std::to_string(::getuid());
-}
+public:
+    using std::runtime_error::runtime_error;
+};
 
 struct Options
 {
     std::string directory = default_bus_directory();
+    bool create = false;
     std::string bus = "i2c-0";
     std::vector<unsigned int> addresses{Bus_Server::default_address};
     unsigned int latency_msec = 20;
@@ -42,23 +48,102 @@ struct Options
     std::vector<std::string> faults;
     std::string scenario;
     std::string journal;
+    std::string satellite;
+    std::string run;
+    std::string record;
+    std::string record_interval = "1s";
 };
 
-void run(const Options& options, const sigset_t& stop_signals)
+/// The directory of the bus. One that somebody named is there already, unless it is to be made; it might be a slip.
+std::filesystem::path bus_directory(const Options& options, bool named)
 {
-    if (std::set(options.addresses.begin(), options.addresses.end()).size() != options.addresses.size())
-        throw std::invalid_argument("There can be only one unit at an address");
-    const Steady_Clock clock;
-    Test_Bench bench{clock,
-                     {.addresses = options.addresses,
-                      .seed = options.seed,
-                      .time_factor = options.time_factor,
-                      .unit = {.latency = Clock::Time(options.latency_msec)}}};
+    std::error_code error;
+    if (options.create)
+        std::filesystem::create_directories(options.directory);
+    else if (!named && ::mkdir(options.directory.c_str(), 0700) != 0 && errno != EEXIST)
+        throw std::filesystem::filesystem_error("cannot make the bus directory", options.directory,
+                                                {errno, std::generic_category()});
+    if (!std::filesystem::is_directory(options.directory, error))
+        throw Usage_Error("There is no directory " + options.directory + " for the bus; --create makes it");
+    return std::filesystem::canonical(options.directory);
+}
+
+/// Sets the bench up as the options say.
+void prepare(Test_Bench& bench, const Options& options)
+try {
     for (const std::string& fault : options.faults)
         for (const unsigned int address : options.addresses)
             bench.unit(address).faults.set_rate(parse_fault_rate(fault));
     if (!options.scenario.empty())
         Scenario(options.scenario).play(bench, options.addresses);
+} catch (const std::exception& error) {
+    throw Usage_Error(error.what());
+}
+
+std::optional<Satellite_Settings> satellite_of(const Options& options)
+try {
+    if (options.satellite.empty())
+        return std::nullopt;
+    constexpr double max_factor = 1000; // the control ticks keep up with on one core
+    if (options.time_factor > max_factor)
+        throw Usage_Error("A satellite keeps up with a time factor of at most 1000");
+    if (options.addresses.size() > 1 && !options.record.empty())
+        throw Usage_Error("A record is of one unit");
+    const Satellite_File file{options.satellite};
+    for (const std::string& warning : file.warnings)
+        std::cerr << "Warning: " << warning << "\n";
+    return file.settings;
+} catch (const std::exception& error) {
+    throw Usage_Error(error.what());
+}
+
+/// Records the only unit, where that is wanted.
+void record(std::optional<Recorder>& recorder, Test_Bench& bench, const Options& options)
+{
+    if (options.record.empty())
+        return;
+    try {
+        recorder.emplace(options.record, parse_duration(options.record_interval));
+    } catch (const std::invalid_argument& error) {
+        throw Usage_Error(error.what());
+    }
+    Test_Bench::Unit& unit = bench.unit(options.addresses.front());
+    unit.satellite->observe([&] { recorder->record(unit); });
+}
+
+/// Without a bus, as fast as the computer can.
+void run_alone(const Options& options, const sigset_t& stop_signals)
+{
+    Clock::Time duration{};
+    try {
+        duration = parse_duration(options.run);
+    } catch (const std::invalid_argument& error) {
+        throw Usage_Error(error.what());
+    }
+    Manual_Clock clock;
+    Test_Bench bench{clock, {.addresses = options.addresses, .seed = options.seed, .satellite = satellite_of(options)}};
+    prepare(bench, options);
+    std::optional<Recorder> recorder;
+    record(recorder, bench, options);
+    simulator::run(clock, bench, bench.unit(options.addresses.front()), duration, stop_signals, recorder,
+                   options.record == "-" ? std::cerr : std::cout);
+}
+
+void run(const Options& options, bool directory_is_named, const sigset_t& stop_signals)
+{
+    if (std::set(options.addresses.begin(), options.addresses.end()).size() != options.addresses.size())
+        throw Usage_Error("There can be only one unit at an address");
+    if (options.bus.empty() || options.bus.find('/') != std::string::npos || options.bus.front() == '.')
+        throw Usage_Error("\"" + options.bus +
+                          "\" is no name of a bus; a bus is named without its directory, like i2c-0");
+    const Steady_Clock clock;
+    Test_Bench bench{clock,
+                     {.addresses = options.addresses,
+                      .seed = options.seed,
+                      .time_factor = options.time_factor,
+                      .unit = {.latency = Clock::Time(options.latency_msec)},
+                      .satellite = satellite_of(options)}};
+    prepare(bench, options);
     std::optional<Journal> journal;
     if (!options.journal.empty()) {
         journal.emplace(options.journal);
@@ -68,18 +153,25 @@ void run(const Options& options, const sigset_t& stop_signals)
             });
     }
 
-    std::filesystem::create_directories(options.directory);
-    const std::filesystem::path directory = std::filesystem::canonical(options.directory);
+    std::optional<Recorder> recorder;
+    record(recorder, bench, options);
+
+    const std::filesystem::path directory = bus_directory(options, directory_is_named);
+    const Control_Server control{bench, directory / options.bus};
     const Bus_Server server{directory, options.bus, bench.devices()};
 
     // Standard output is the journal's where it goes there.
-    std::ostream& out = options.journal == "-" ? std::cerr : std::cout;
+    std::ostream& out = options.journal == "-" || options.record == "-" ? std::cerr : std::cout;
     for (const unsigned int address : options.addresses)
         out << "Simulated ZAVRA-100 at address " << address << " on " << server.path().string() << "\n";
     out << "Point an application at it with: export VELM_I2C_BUS_DIR=" << directory.string() << "\nStop it with Ctrl-C."
         << std::endl;
-    int signal = 0;
-    sigwait(&stop_signals, &signal);
+    if (options.satellite.empty()) {
+        int signal = 0;
+        sigwait(&stop_signals, &signal);
+    } else {
+        keep_time(bench, stop_signals);
+    }
 }
 
 }
@@ -88,8 +180,10 @@ int main(int argc, char** argv)
 try {
     Options options;
     CLI::App app{"A simulated ZAVRA-100 on a simulated I2C bus", "zavra-sim"};
-    app.add_option("--bus-dir", options.directory, "Directory of simulated buses (VELM_I2C_BUS_DIR)")
-        ->capture_default_str();
+    const CLI::Option* const directory =
+        app.add_option("--bus-dir", options.directory, "Directory of simulated buses (VELM_I2C_BUS_DIR)")
+            ->capture_default_str();
+    app.add_flag("--create", options.create, "Make the directory if it is missing");
     app.add_option("--bus", options.bus, "Name of the bus")->capture_default_str();
     app.add_option("--address", options.addresses, "I2C address of a unit; may be given again for more units")
         ->check(CLI::Range(0U, 0x7FU))
@@ -98,7 +192,14 @@ try {
         ->check(CLI::Range(0U, 60'000U))
         ->capture_default_str();
     app.add_option("--time-factor", options.time_factor, "How many times as fast as the clock on the wall time runs")
-        ->check(CLI::Range(0.001, 1e6))
+        ->check([](const std::string& text) -> std::string {
+            try {
+                checked_time_factor(std::stod(text));
+            } catch (const std::exception&) {
+                return "a number from 0.001 to 1000000 is expected, not " + text;
+            }
+            return {};
+        })
         ->capture_default_str();
     app.add_option("--fault", options.faults,
                    "KIND=PROBABILITY[:MSEC] in each transaction; may be given again. KIND is " + known_faults());
@@ -106,7 +207,26 @@ try {
         ->capture_default_str();
     app.add_option("--scenario", options.scenario, "TOML file of what happens when");
     app.add_option("--journal", options.journal, "File for a JSON line per transaction, - for standard output");
-    CLI11_PARSE(app, argc, argv);
+    CLI::Option* satellite =
+        app.add_option("--satellite", options.satellite, "TOML file of a satellite behind the unit");
+    CLI::Option* record =
+        app.add_option("--record", options.record, "CSV file of what the satellite does, - for standard output");
+    record->needs(satellite);
+    app.add_option("--record-interval", options.record_interval, "Time between the lines of the record")
+        ->needs(record)
+        ->capture_default_str();
+    app.add_option("--run", options.run, "Let the satellite fly for a time, like 90s or 6h, without a bus")
+        ->needs(satellite)
+        ->excludes("--journal")
+        ->excludes("--fault")
+        ->excludes("--time-factor");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0)
+            return app.exit(error);
+        throw Usage_Error(error.what());
+    }
 
     // Blocked before the server's thread starts, so that it inherits the mask and only sigwait() takes the signals.
     sigset_t stop_signals;
@@ -115,9 +235,17 @@ try {
     sigaddset(&stop_signals, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &stop_signals, nullptr);
 
-    std::signal(SIGPIPE, SIG_IGN); // a closed pipe ends the journal, not the unit
-    run(options, stop_signals);
+    // A closed pipe or a file that must not grow ends the journal, not the unit.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    if (!options.run.empty())
+        run_alone(options, stop_signals);
+    else
+        run(options, directory->count() != 0 || std::getenv("VELM_I2C_BUS_DIR") != nullptr, stop_signals);
     return 0;
+} catch (const Usage_Error& error) {
+    std::cerr << "zavra-sim: " << error.what() << std::endl;
+    return 2;
 } catch (const std::exception& error) {
     std::cerr << "zavra-sim: " << error.what() << std::endl;
     return 1;

@@ -1,11 +1,10 @@
 #include "arguments.h"
 #include "check.h"
 #include "failure.h"
+#include "similar.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iostream>
-#include <limits>
 
 namespace zavra::tools
 {
@@ -55,9 +54,13 @@ std::string path_of(const std::string& pointer)
     return path;
 }
 
+std::ptrdiff_t line_number(const std::string& text, std::size_t position)
+{
+    return 1 +
+           std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(std::min(position, text.size())), '\n');
 }
 
-Arguments::Arguments(const Leaves& leaves) : leaves_(leaves), values_(leaves.size()) {}
+}
 
 void Arguments::take_words(const std::vector<std::string>& words)
 {
@@ -72,7 +75,13 @@ void Arguments::take_words(const std::vector<std::string>& words)
             continue;
         }
         for (const std::size_t named : assign_named(word.substr(0, equals), word.substr(equals + 1)))
-            std::erase(open, named);
+            if (std::erase(open, named) == 0)
+                throw Usage_Error(leaves_[named].path + " is given twice");
+    }
+    // Bytes may have blanks between them.
+    while (unnamed.size() > open.size() && !open.empty() && leaves_[open.back()].kind == Leaf::Kind::bytes) {
+        unnamed[open.size() - 1] += ' ' + unnamed[open.size()];
+        unnamed.erase(unnamed.begin() + static_cast<std::ptrdiff_t>(open.size()));
     }
     if (unnamed.size() > open.size())
         throw Usage_Error("\"" + unnamed[open.size()] + "\" is one value too many" +
@@ -84,7 +93,7 @@ void Arguments::take_words(const std::vector<std::string>& words)
 void Arguments::take_json(const Json& object)
 {
     if (!object.is_object())
-        throw Usage_Error("expected a JSON object, got " + object.dump());
+        throw Usage_Error("expected a JSON object, got " + json::shown(object));
     if (object.empty())
         return;
     const Json flat = object.flatten();
@@ -92,7 +101,7 @@ void Arguments::take_json(const Json& object)
         const std::string name = path_of(pointer);
         const auto found = find(name);
         if (found.size() != 1)
-            throw Usage_Error("\"" + name + "\" is no argument");
+            throw Usage_Error("\"" + name + "\" is no argument" + did_you_mean(name, names()));
         assign(found.front(), value);
     }
 }
@@ -123,26 +132,31 @@ Json Arguments::partial() const
     return object;
 }
 
-Json Arguments::json() const
+std::string Arguments::missing() const
 {
-    std::string missing;
+    std::string names;
     for (std::size_t i = 0; i < leaves_.size(); ++i)
         if (values_[i].is_null())
-            missing += (missing.empty() ? "" : ", ") + leaves_[i].path;
-    if (!missing.empty())
-        throw Usage_Error("no value for " + missing);
+            names += (names.empty() ? "" : ", ") + leaves_[i].path;
+    return names;
+}
+
+Json Arguments::json() const
+{
+    if (!complete())
+        throw Usage_Error("no value for " + missing());
     return partial();
 }
 
 void Arguments::assign(std::size_t index, Json value)
 {
     const Leaf& leaf = leaves_[index];
-    const bool too_large = leaf.kind == Leaf::Kind::real && leaf.size == 32 && value.is_number() &&
-                           std::abs(value.get<double>()) > std::numeric_limits<float>::max();
-    if (too_large)
-        throw Usage_Error(leaf.path + ": " + value.dump() + " is out of range");
+    check_range(leaf, value);
     if (value.is_null())
         throw Usage_Error(leaf.path + ": expected " + type_name(leaf) + ", got null");
+    if (leaf.kind == Leaf::Kind::real && value.is_string() && !force_)
+        throw Usage_Error(leaf.path + ": expected a number, got " + json::shown(value) +
+                          "; with --force, nan, inf and -inf are sent, too");
     values_[index] = std::move(value);
 }
 
@@ -158,7 +172,7 @@ std::vector<std::size_t> Arguments::assign_named(const std::string& name, const 
 
     const auto group = find_group(name);
     if (group.empty())
-        throw Usage_Error("\"" + name + "\" is no argument");
+        throw Usage_Error("\"" + name + "\" is no argument" + did_you_mean(name, names()));
     const auto texts = split(text, ',');
     if (texts.size() != group.size())
         throw Usage_Error(name + ": expected " + std::to_string(group.size()) +
@@ -166,6 +180,17 @@ std::vector<std::size_t> Arguments::assign_named(const std::string& name, const 
     for (std::size_t i = 0; i < group.size(); ++i)
         assign(group[i], parse_text(leaves_[group[i]], texts[i]));
     return group;
+}
+
+/// What an argument may be called: its whole name, or the last part of it.
+std::vector<std::string> Arguments::names() const
+{
+    std::vector<std::string> all;
+    for (const Leaf& leaf : leaves_) {
+        all.push_back(leaf.path);
+        all.push_back(leaf.path.substr(leaf.path.rfind('.') + 1));
+    }
+    return all;
 }
 
 std::vector<std::size_t> Arguments::find(const std::string& name) const
@@ -191,13 +216,30 @@ std::vector<std::size_t> Arguments::find_group(const std::string& name) const
 
 Json read_json_file(const std::string& path)
 {
+    constexpr int deepest = 100; // what walks through values calls itself
+    const auto check_depth = [](int depth, Json::parse_event_t, const Json&) {
+        if (depth > deepest)
+            throw Usage_Error("values are nested more than " + std::to_string(deepest) + " deep");
+        return true;
+    };
+    const std::string text = path == "-" ? read_stream(std::cin, "standard input") : read_file(path);
+    const auto fail = [&](const std::string& problem) { throw Usage_Error(path + ": " + problem); };
     try {
-        return path == "-" ? Json::parse(std::cin) : Json::parse(read_file(path));
-    } catch (const Json::parse_error& error) {
-        const std::string text = error.what();
-        const auto detail = text.find("parse error");
-        throw Usage_Error(path + ": " + (detail == std::string::npos ? text : text.substr(detail)));
+        return Json::parse(text, check_depth);
+    } catch (const Json::out_of_range& error) {
+        // "... number overflow parsing '1e400'", without the place
+        const std::string message = error.what();
+        const auto quote = std::min(message.find('\''), message.size() - 1);
+        const std::string number = message.substr(quote + 1, message.rfind('\'') - quote - 1);
+        fail("line " + std::to_string(line_number(text, text.find(number))) + ": " + number + " is out of range");
+    } catch (const Json::exception& error) {
+        // "[json.exception.parse_error.101] parse error at line 1, column 2: ..."
+        const std::string message = error.what();
+        fail(printable(message.substr(message.find("] ") + 2)));
+    } catch (const Usage_Error& error) {
+        fail(error.what());
     }
+    return {};
 }
 
 }

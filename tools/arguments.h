@@ -12,7 +12,13 @@ namespace zavra::tools
 class Arguments
 {
 public:
-    explicit Arguments(const Leaves& leaves);
+    /// @param force  take numbers that are none: nan, inf
+    explicit Arguments(const Leaves& leaves, bool force = false)
+        : leaves_(leaves),
+          values_(leaves.size()),
+          force_(force)
+    {
+    }
 
     /// Words of a command line. "NAME=VALUE" sets one value, "NAME=V,V,..." a group of them; NAME may leave out what
     /// stands before its last parts as long as it is clear. Words without a name are the values that no name was given
@@ -27,6 +33,9 @@ public:
 
     bool complete() const;
 
+    /// The names of what has not been given, with commas between them.
+    std::string missing() const;
+
     /// What has been given.
     Json partial() const;
 
@@ -36,11 +45,13 @@ public:
 private:
     void assign(std::size_t index, Json value);
     std::vector<std::size_t> assign_named(const std::string& name, const std::string& text);
+    std::vector<std::string> names() const;
     std::vector<std::size_t> find(const std::string& name) const;
     std::vector<std::size_t> find_group(const std::string& name) const;
 
     const Leaves& leaves_;
     std::vector<Json> values_; // null: not given
+    bool force_;
 };
 
 /// Reads a JSON file; "-" is standard input.

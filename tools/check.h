@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,18 @@ std::vector<Finding> check_tle(const std::string& file);
 /// What keeps a register map from being read.
 std::vector<Finding> check_map(const std::string& file);
 
-/// The text of a file.
+/// What does not make sense in a scenario of the simulated unit.
+std::vector<Finding> check_scenario(const std::string& file);
+
+/// A file to be read as it comes.
+/// @throws Usage_Error  naming the file and the system's reason
+std::ifstream open_file(const std::string& file);
+
+/// All text of a stream.
+/// @throws Usage_Error  naming it, when there are more than 16 MB
+std::string read_stream(std::istream& stream, const std::string& name);
+
+/// The text of a file of no more than 16 MB.
 /// @throws Usage_Error  naming the file and the system's reason
 std::string read_file(const std::string& file);
 

@@ -12,7 +12,8 @@ class App;
 namespace zavra::tools
 {
 
-/// What may stand next on a command line after `words`: commands, options, and method names after "call".
+/// What the last of the words may become: a command, an option that is not there yet, a method, a field of telemetry or
+/// the name of a value, whatever its case. Nothing where a file is expected: the shell knows those.
 void write_completions(const CLI::App& program, const std::vector<std::string>& words, std::ostream& out);
 
 }

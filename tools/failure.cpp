@@ -1,5 +1,7 @@
 #include "failure.h"
 
+#include <VELM_ZAVRA_CAUSE.h>
+
 #include <string_view>
 #include <system_error>
 
@@ -10,6 +12,11 @@ Output_Failure::Output_Failure(int error_number)
     : std::runtime_error(std::generic_category().message(error_number)),
       error(error_number)
 {
+}
+
+bool is_refusal(const std::exception& error)
+{
+    return velm_zavra::cause(error).kind == velm_zavra::Cause::refused_argument;
 }
 
 std::string in_short(const std::string& message)

@@ -28,6 +28,9 @@ public:
     const int error;
 };
 
+/// Whether a method refused an argument.
+bool is_refusal(const std::exception& error);
+
 /// A nested message with its middle layers left out: what was tried, and the innermost reason.
 std::string in_short(const std::string& message);
 

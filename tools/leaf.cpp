@@ -1,11 +1,4 @@
 #include "leaf.h"
-#include "failure.h"
-
-#include <cctype>
-#include <charconv>
-#include <cmath>
-#include <limits>
-#include <utility>
 
 namespace zavra::tools
 {
@@ -13,65 +6,11 @@ namespace zavra::tools
 namespace
 {
 
-[[noreturn]] void refuse(const Leaf& leaf, const std::string& text)
-{
-    throw Usage_Error(leaf.path + ": expected " + type_name(leaf) + ", got \"" + text + '"');
-}
-
-template <class T>
-std::pair<T, bool> number(std::string_view text, int base)
-{
-    T value = 0;
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
-    return {value, error == std::errc() && stop == text.data() + text.size()};
-}
-
-Json parse_integer(const Leaf& leaf, const std::string& text)
-{
-    if (text == "on" || text == "true")
-        return 1U;
-    if (text == "off" || text == "false")
-        return 0U;
-    if (text.starts_with("0x") || text.starts_with("0X")) {
-        if (const auto [value, good] = number<unsigned long long>(std::string_view(text).substr(2), 16); good)
-            return value;
-    } else if (text.starts_with('-')) {
-        if (const auto [value, good] = number<long long>(text, 10); good)
-            return value;
-    } else if (const auto [value, good] = number<unsigned long long>(text, 10); good) {
-        return value;
-    }
-    refuse(leaf, text);
-}
-
-Json parse_real(const Leaf& leaf, const std::string& text)
-{
-    const char* const end = text.data() + text.size();
-    const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
-    double value = 0;
-    const auto [stop, error] = std::from_chars(begin, end, value);
-    if (stop != end || error == std::errc::invalid_argument)
-        refuse(leaf, text);
-    const bool too_large =
-        leaf.size == 32 && std::isfinite(value) && std::abs(value) > std::numeric_limits<float>::max();
-    if (too_large || error == std::errc::result_out_of_range)
-        throw Usage_Error(leaf.path + ": " + text + " is out of range");
-    return json::number(value);
-}
-
-std::string printable(const std::string& text)
-{
-    std::string result;
-    for (const char c : text)
-        result += std::iscntrl(static_cast<unsigned char>(c)) != 0 ? '?' : c;
-    return result;
-}
-
 std::string joined(const Json& names)
 {
     std::string text;
     for (const Json& name : names)
-        text += (text.empty() ? "" : " ") + name.get<std::string>();
+        (text += text.empty() ? "" : " ") += name.get<std::string>();
     return text.empty() ? "-" : text;
 }
 
@@ -85,9 +24,60 @@ std::string hexadecimal(unsigned long long value, std::size_t bits)
 
 }
 
-void detail::add_leaf(Leaves& leaves, const Place& place, Leaf::Kind kind, std::size_t size, bool hexadecimal)
+Leaves leaves_of(Items items)
 {
-    leaves.push_back({place.path, place.pointer, place.unit, kind, size, hexadecimal});
+    using Kind = Leaf::Kind;
+    Leaves leaves;
+    std::vector<std::string> around; // names of the records around
+    for (const Item& item : items) {
+        if (item.kind == Item::Kind::close)
+            around.pop_back();
+        if (item.kind == Item::Kind::close || item.kind == Item::Kind::skipped)
+            continue;
+        std::string path;
+        std::string pointer;
+        around.push_back(json::key(item));
+        for (const std::string& name : around) {
+            path += (path.empty() ? "" : ".") + name;
+            pointer += '/' + name;
+        }
+        if (item.kind == Item::Kind::open)
+            continue;
+        around.pop_back();
+        const std::size_t bits = std::size_t{8} * item.size;
+        if (item.kind == Item::Kind::bytes)
+            leaves.push_back({path, pointer, item.unit, Kind::bytes, item.count});
+        else if (item.kind == Item::Kind::text)
+            leaves.push_back({path, pointer, item.unit, Kind::text, item.count - (item.terminated ? 1U : 0U)});
+        else
+            for (std::size_t i = 0; i < item.count; ++i)
+                leaves.push_back({item.array ? path + '[' + std::to_string(i) + ']' : path,
+                                  item.array ? pointer + '/' + std::to_string(i) : pointer, item.unit,
+                                  item.kind == Item::Kind::real             ? Kind::real
+                                  : item.kind == Item::Kind::signed_integer ? Kind::signed_integer
+                                                                            : Kind::unsigned_integer,
+                                  bits, item.hexadecimal});
+    }
+    return leaves;
+}
+
+std::string printable(const std::string& text)
+{
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        // U+0080 to U+009F are control characters, too.
+        const bool high_control =
+            byte == 0xC2U && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0U;
+        result += byte < 0x20U || byte == 0x7FU || high_control ? '?' : text[i];
+        i += high_control ? 1 : 0;
+    }
+    return result;
+}
+
+bool is_epoch_time(const Leaf& leaf)
+{
+    return leaf.unit == "ms" && leaf.path.find("epoch_time") != std::string::npos;
 }
 
 std::string type_name(const Leaf& leaf)
@@ -110,27 +100,25 @@ std::string type_name(const Leaf& leaf)
     return leaf.size == 0 ? "bytes" : size + " bytes";
 }
 
+std::string description(const Leaf& leaf)
+{
+    std::string text = type_name(leaf) + (leaf.unit.empty() ? "" : ", " + leaf.unit);
+    const char* separator = ": ";
+    for (const Enumerator& each : leaf.names) {
+        text += separator + std::string(each.name);
+        separator = ", ";
+    }
+    return text;
+}
+
 std::string text_of(const Leaf& leaf, const Json& value)
 {
     const Json& found = value.at(Json::json_pointer(leaf.pointer));
     if (leaf.hexadecimal)
         return hexadecimal(found.get<unsigned long long>(), leaf.size);
     if (leaf.kind == Leaf::Kind::names)
-        return joined(found);
-    return found.is_string() ? printable(found.get<std::string>()) : found.dump();
-}
-
-Json parse_text(const Leaf& leaf, const std::string& text)
-{
-    switch (leaf.kind) {
-    case Leaf::Kind::unsigned_integer:
-    case Leaf::Kind::signed_integer:
-        return parse_integer(leaf, text);
-    case Leaf::Kind::real:
-        return parse_real(leaf, text);
-    default:
-        return text;
-    }
+        return printable(joined(found));
+    return found.is_string() ? printable(found.get<std::string>()) : json::shown(found);
 }
 
 }

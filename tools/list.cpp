@@ -1,9 +1,11 @@
 #include "commands.h"
 #include "failure.h"
 
+#include "../common/text.h"
+
 #include <algorithm>
-#include <cctype>
 #include <ostream>
+#include <sstream>
 
 namespace zavra::tools
 {
@@ -13,7 +15,7 @@ namespace
 
 bool contains(const std::string& name, const std::string& word)
 {
-    const auto same = [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); };
+    const auto same = [](char a, char b) { return lower_case(a) == lower_case(b); };
     return std::search(name.begin(), name.end(), word.begin(), word.end(), same) != name.end();
 }
 
@@ -49,8 +51,7 @@ void write_leaves(std::ostream& out, const char* title, const Leaves& leaves)
     if (leaves.empty())
         return;
     out << "          " << title << '\n';
-    write_rows(out, "            ", leaves,
-               [](const Leaf& leaf) { return type_name(leaf) + (leaf.unit.empty() ? "" : ", " + leaf.unit); });
+    write_rows(out, "            ", leaves, description);
 }
 
 Json json_of(const Leaves& leaves)
@@ -61,6 +62,20 @@ Json json_of(const Leaves& leaves)
     return list;
 }
 
+}
+
+std::string values_of(const Everyday& command)
+{
+    std::ostringstream text;
+    for (const auto& [name, title] : {std::pair{command.getter, "To read:"}, std::pair{command.setter, "To set:"}}) {
+        const Leaves none;
+        const Leaves& leaves = name == nullptr ? none : method_named(name).arguments;
+        if (leaves.empty())
+            continue;
+        text << title << '\n';
+        write_rows(text, "  ", leaves, description);
+    }
+    return text.str();
 }
 
 void list_methods(std::ostream& out, const std::vector<std::string>& words, bool json)
@@ -80,7 +95,7 @@ void list_methods(std::ostream& out, const std::vector<std::string>& words, bool
                             {"identifier", method->identifier},
                             {"arguments", json_of(method->arguments)},
                             {"results", json_of(method->results)}});
-        out << list.dump(2) << '\n';
+        out << json_text(list) << '\n';
         return;
     }
     for (const Method* method : chosen) {

@@ -1,6 +1,7 @@
 #include "command_line.h"
 #include "failure.h"
 #include "output.h"
+#include "side_output.h"
 
 #include <cerrno>
 #include <csignal>
@@ -9,13 +10,12 @@
 
 #include <unistd.h>
 
-// The libraries below print to standard output now and then. They get standard error instead, and the answer a
-// descriptor of its own.
+// The libraries below print to standard output now and then. The answer gets a descriptor of its own.
 int main(int argc, char** argv)
 try {
     std::signal(SIGPIPE, SIG_IGN);
     zavra::tools::Descriptor_Buffer buffer(::dup(STDOUT_FILENO));
-    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    const zavra::tools::Side_Output side_output;
     std::ostream out(&buffer);
     out.exceptions(std::ios::badbit);
     const int status = zavra::tools::run(argc, argv, out, std::cerr);

@@ -58,40 +58,34 @@ void print(int row, int column, int width, const std::string& text, attr_t attri
     attrset(A_NORMAL);
 }
 
+void draw_line(int row, const Monitor_Column& column, const Monitor_Line& line)
+{
+    const int space = COLS - column.left;
+    switch (line.kind) {
+    case Monitor_Line::Kind::title:
+        print(row, column.left, space, line.name + (line.value.empty() ? "" : ": " + line.value),
+              A_BOLD | (line.value.empty() ? A_UNDERLINE : A_STANDOUT));
+        break;
+    case Monitor_Line::Kind::problem:
+        print(row, column.left, space, line.name, A_BOLD);
+        break;
+    case Monitor_Line::Kind::value:
+        print(row, column.left, space, line.name, line.old ? A_DIM : A_NORMAL);
+        if (const int left = column.name_width + 1; left < space)
+            print(row, column.left + left, space - left, line.value,
+                  line.old       ? A_DIM
+                  : line.changed ? A_STANDOUT
+                                 : A_NORMAL);
+    }
+}
+
 /// Lines flow from column to column, `first` being the line at the upper left.
 void draw(const std::vector<Monitor_Line>& lines, std::size_t first)
 {
-    std::size_t name_width = 0;
-    std::size_t value_width = 0;
-    for (const Monitor_Line& line : lines) {
-        name_width = std::max(name_width, line.name.size());
-        value_width = std::max(value_width, line.title ? 0 : line.value.size());
-    }
-    const int name_columns = static_cast<int>(name_width) + 1;
-    const int width = name_columns + static_cast<int>(value_width) + 2;
-    const int rows = std::max(1, LINES - 1);
-
     erase();
-    int row = 0;
-    int column = 0;
-    for (std::size_t i = first; i < lines.size(); ++i) {
-        const int space = std::min(width - 1, COLS - column);
-        if (lines[i].title) {
-            print(row, column, space, lines[i].name + (lines[i].value.empty() ? "" : ": " + lines[i].value),
-                  lines[i].value.empty() ? A_BOLD | A_UNDERLINE : A_BOLD | A_STANDOUT);
-        } else {
-            print(row, column, std::min(space, name_columns), lines[i].name, A_NORMAL);
-            if (space > name_columns)
-                print(row, column + name_columns, space - name_columns, lines[i].value,
-                      lines[i].changed ? A_STANDOUT : A_NORMAL);
-        }
-        if (++row == rows) {
-            row = 0;
-            column += width;
-            if (column >= COLS)
-                break;
-        }
-    }
+    for (const Monitor_Column& column : arrange(lines, first, std::max(1, LINES - 1), COLS))
+        for (std::size_t i = column.first; i < column.last; ++i)
+            draw_line(static_cast<int>(i - column.first), column, lines[i]);
     print(LINES - 1, 0, COLS, "q quit, arrows and page keys scroll; what changed is highlighted", A_DIM);
     refresh();
 }
@@ -117,12 +111,11 @@ std::size_t scrolled(std::size_t first, int key, std::size_t size)
 
 }
 
-void run_monitor(ZAVRA_100& device, std::chrono::nanoseconds interval, unsigned int count)
+void run_monitor(ZAVRA_100& device, Monitor_Model& model, std::chrono::nanoseconds interval, unsigned int count)
 {
     using namespace std::chrono_literals;
     constexpr auto key_interval = 50ms;
     Screen screen;
-    Monitor_Model model;
     Rhythm rhythm(interval, Steady::now());
     std::size_t first = 0;
     for (unsigned int reading = 1;; ++reading) {

@@ -1,11 +1,9 @@
 #include "output.h"
 #include "failure.h"
+#include "moment.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
-#include <cstdio>
-#include <ctime>
 #include <ostream>
 
 #include <unistd.h>
@@ -15,11 +13,6 @@ namespace zavra::tools
 
 namespace
 {
-
-bool is_epoch_time(const Leaf& leaf)
-{
-    return leaf.unit == "ms" && leaf.path.find("epoch_time") != std::string::npos;
-}
 
 std::string csv_cell(const std::string& text)
 {
@@ -36,27 +29,6 @@ std::string host_time()
     return utc(host_epoch_msec());
 }
 
-}
-
-std::string utc(unsigned long long epoch_msec)
-{
-    constexpr unsigned long long last_msec = 253'402'300'799'999; // in the year 9999
-    if (epoch_msec > last_msec)
-        return "";
-    const auto seconds = static_cast<std::time_t>(epoch_msec / 1000);
-    std::tm parts{};
-    ::gmtime_r(&seconds, &parts);
-    char date[sizeof "2026-11-21T12:00:00"];
-    std::strftime(date, sizeof date, "%FT%T", &parts);
-    char milliseconds[sizeof ".000Z"];
-    std::snprintf(milliseconds, sizeof milliseconds, ".%03uZ", static_cast<unsigned int>(epoch_msec % 1000));
-    return std::string(date) + milliseconds;
-}
-
-unsigned long long host_epoch_msec()
-{
-    using namespace std::chrono;
-    return static_cast<unsigned long long>(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
 }
 
 std::string text_with_unit(const Leaf& leaf, const Json& value)
@@ -79,6 +51,11 @@ void write_rows(std::ostream& stream, const char* indent, const Leaves& leaves,
         width = std::max(width, leaf.path.size());
     for (const Leaf& leaf : leaves)
         stream << indent << leaf.path << std::string(width - leaf.path.size() + 2, ' ') << text(leaf) << '\n';
+}
+
+std::string json_text(const Json& value, int indent)
+{
+    return value.dump(indent, ' ', true, Json::error_handler_t::replace);
 }
 
 void Answer_Writer::write(const Answer& answer)
@@ -108,13 +85,13 @@ void Answer_Writer::write_text(const Answer& answer)
 void Answer_Writer::write_json(const Answer& answer)
 {
     if (!repeated_) {
-        stream_ << answer.value.dump(2) << '\n';
+        stream_ << json_text(answer.value) << '\n';
         return;
     }
     Json line = Json::object();
     line["time"] = host_time();
     line.update(answer.value);
-    stream_ << line.dump() << '\n';
+    stream_ << json_text(line, -1) << '\n';
 }
 
 void Answer_Writer::write_csv(const Answer& answer)

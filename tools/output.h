@@ -51,11 +51,9 @@ void write_rows(std::ostream& stream, const char* indent, const Leaves& leaves,
 /// "value unit", and the date where a number counts milliseconds since 1970.
 std::string text_with_unit(const Leaf& leaf, const Json& value);
 
-/// "2026-11-21T12:00:00.000Z"; empty for years beyond 9999.
-std::string utc(unsigned long long epoch_msec);
-
-/// Milliseconds since 01.01.1970 0:00:00 UTC by this computer's clock.
-unsigned long long host_epoch_msec();
+/// JSON in ASCII, which has no control characters that a terminal would obey.
+/// @param indent  negative: on one line
+std::string json_text(const Json& value, int indent = 2);
 
 /// A stream's way to a file descriptor. What cannot be written is thrown as Output_Failure; the stream must be told to
 /// pass exceptions on (exceptions(std::ios::badbit)).

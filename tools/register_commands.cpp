@@ -2,7 +2,7 @@
 #include "commands.h"
 #include "failure.h"
 
-#include "../api/registers.h"
+#include "../protocol/registers.h"
 
 #include <VELM_ZAVRA_REGISTER_MAP.h>
 
@@ -32,9 +32,9 @@ try {
 
 Device_Action registers_action(const std::string& map_file)
 {
-    return {[map = load_map(map_file)](ZAVRA_100& device) {
+    return {[map = load_map(map_file)](Unit& unit) {
         ZAVRA_100_Standard_Telemetry telemetry;
-        device.Get_Standard_Telemetry(&telemetry);
+        unit.device.Get_Standard_Telemetry(&telemetry);
         Answer answer;
         for (unsigned int which = 0; which < std::size(register_sources); ++which) {
             const auto reading =

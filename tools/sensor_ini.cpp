@@ -2,13 +2,12 @@
 #include "commands.h"
 #include "failure.h"
 
-#include "../api/sensor_ini.h"
-#include "../device/protocol/sensors.h"
+#include "../common/text.h"
+#include "../protocol/sensor_ini.h"
+#include "../protocol/sensors.h"
 
 #include <VELM_INIPARSER.h>
 
-#include <algorithm>
-#include <cctype>
 #include <map>
 #include <memory>
 #include <set>
@@ -18,12 +17,6 @@ namespace zavra::tools
 
 namespace
 {
-
-std::string trimmed(const std::string& text)
-{
-    const auto first = text.find_first_not_of(" \t");
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 /// Where sections and keys stand, which the platform's parser does not tell.
 struct Section
@@ -90,11 +83,10 @@ private:
     {
         std::size_t number = 0;
         Section* section = nullptr;
-        for (std::string line : lines_of(text)) {
+        for (const std::string& each : lines_of(text)) {
             ++number;
-            std::transform(line.begin(), line.end(), line.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-            line = trimmed(line.substr(0, line.find_first_of(";#")));
+            std::string line = trimmed(each.substr(0, each.find_first_of(";#")));
+            make_lower_case(line);
             const auto equals = line.find('=');
             if (line.starts_with('[')) {
                 section = &sections_[trimmed(line.substr(1, line.find(']') - 1))];
@@ -138,9 +130,7 @@ private:
     template <class T>
     static std::string type_of(const T&)
     {
-        Leaves leaves;
-        add_leaves<T>(leaves, "value");
-        return type_name(leaves.front());
+        return type_name(leaves_of(items_of<T>("value")).front());
     }
 
     VELM_INIPARSER parser_;
@@ -160,10 +150,10 @@ Device_Action init_action(const std::string& file)
     const auto ini = std::make_shared<Ini_File>(file);
     if (!ini->findings.empty())
         throw Usage_Error(located(file, ini->findings.front()));
-    return {[ini](ZAVRA_100& device) {
+    return {[ini](Unit& unit) {
                 Answer answer;
                 for (const auto& [section, configure] : ini->sensors) {
-                    configure(device);
+                    unit.command("the parameters of " + section, configure);
                     answer.leaves.push_back({section, '/' + section, "", Leaf::Kind::text});
                     answer.value[section] = "configured";
                 }

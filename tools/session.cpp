@@ -1,16 +1,16 @@
 #include "session.h"
 #include "failure.h"
 
-#include "../simulator/bus_server.h"
-#include "../simulator/simulated_unit.h"
+#include "../common/bus_directory.h"
+#include "../common/temporary_directory.h"
+#include "../protocol/frame.h"
+#include "../simulator/bench/bus_server.h"
+#include "../simulator/unit/simulated_unit.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <mutex>
-#include <system_error>
-
-#include <stdlib.h>
 
 namespace zavra::tools
 {
@@ -18,33 +18,8 @@ namespace zavra::tools
 namespace
 {
 
-class Temporary_Directory
-{
-public:
-    Temporary_Directory() : path_(std::filesystem::temp_directory_path() / "zavractl-XXXXXX")
-    {
-        std::string name = path_;
-        if (::mkdtemp(name.data()) == nullptr)
-            throw Failure("cannot make a directory like " + path_.string() + ": " +
-                          std::generic_category().message(errno));
-        path_ = name;
-    }
-    ~Temporary_Directory()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Temporary_Directory(const Temporary_Directory&) = delete;
-    Temporary_Directory& operator=(const Temporary_Directory&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
-/// Acknowledges what is written and has nothing to read.
-class Recorder : public Bus_Device
+/// Acknowledges what is written and answers with zeros, so that commands of several frames go on.
+class Recorder : public simulator::Bus_Device
 {
 public:
     int write(std::span<const unsigned char> bytes) override
@@ -53,7 +28,13 @@ public:
         frames_.emplace_back(bytes.begin(), bytes.end());
         return 0;
     }
-    int read(std::vector<unsigned char>&) override { return ENXIO; }
+    int read(std::vector<unsigned char>& bytes) override
+    {
+        std::fill(bytes.begin(), bytes.end(), static_cast<unsigned char>(0));
+        if (!bytes.empty())
+            bytes.back() = crc8(std::span(bytes).first(bytes.size() - crc_bytes));
+        return 0;
+    }
 
     std::vector<std::vector<unsigned char>> frames() const
     {
@@ -66,6 +47,19 @@ private:
     std::vector<std::vector<unsigned char>> frames_;
 };
 
+/// The directory that was asked for; else that of a running simulator that was not told one either, where there is no
+/// real bus of this name; else empty.
+std::string bus_directory(const Target& target)
+{
+    namespace fs = std::filesystem;
+    if (!target.bus_directory.empty() || !ZAVRA_SIMULATED_BUS || std::getenv("VELM_I2C_BUS_DIR") != nullptr)
+        return target.bus_directory;
+    std::error_code ignored;
+    const bool simulated = !fs::exists("/dev/" + target.bus, ignored) &&
+                           fs::is_socket(default_bus_directory() + '/' + target.bus, ignored);
+    return simulated ? default_bus_directory() : "";
+}
+
 }
 
 class Session::Private_Bus
@@ -73,7 +67,7 @@ class Session::Private_Bus
 public:
     explicit Private_Bus(const Target& target)
         : server_(directory_.path(), target.bus,
-                  {{target.address, target.dry_run ? static_cast<Bus_Device*>(&recorder) : &unit_}})
+                  {{target.address, target.dry_run ? static_cast<simulator::Bus_Device*>(&recorder) : &unit_}})
     {
     }
 
@@ -82,11 +76,11 @@ public:
     Recorder recorder;
 
 private:
-    Temporary_Directory directory_;
-    Canned_World world_;
-    Steady_Clock clock_;
-    Simulated_Unit unit_{world_, clock_, {.latency = Clock::Time(0)}};
-    Bus_Server server_;
+    Temporary_Directory directory_{"zavractl"};
+    simulator::Canned_World world_;
+    simulator::Steady_Clock clock_;
+    simulator::Simulated_Unit unit_{world_, clock_, {.latency = simulator::Clock::Time(0)}};
+    simulator::Bus_Server server_;
 };
 
 Session::Session(const Target& target)
@@ -96,9 +90,13 @@ Session::Session(const Target& target)
     if (!ZAVRA_SIMULATED_BUS && (is_private || !target.bus_directory.empty()))
         throw Usage_Error("this build reaches no simulated bus; --simulate, --dry-run and --bus-dir need one");
 
+    if (target.simulate && !target.bus_directory.empty())
+        throw Usage_Error(
+            "--simulate and --bus-dir exclude each other: a unit for this call alone is on no bus of others");
+
     if (is_private)
         bus_ = std::make_unique<Private_Bus>(target);
-    const std::string directory = is_private ? bus_->directory().string() : target.bus_directory;
+    const std::string directory = is_private ? bus_->directory().string() : bus_directory(target);
     if (!directory.empty())
         ::setenv("VELM_I2C_BUS_DIR", directory.c_str(), 1);
     try {

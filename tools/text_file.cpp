@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <system_error>
 
@@ -16,7 +15,7 @@ std::string located(const std::string& file, const Finding& finding)
     return file + (finding.line == 0 ? "" : ':' + std::to_string(finding.line)) + ": " + finding.text;
 }
 
-std::string read_file(const std::string& file)
+std::ifstream open_file(const std::string& file)
 {
     const auto fail = [&](int error) { throw Usage_Error(file + ": " + std::generic_category().message(error)); };
     std::ifstream stream(file, std::ios::binary);
@@ -25,8 +24,25 @@ std::string read_file(const std::string& file)
     std::error_code ignored;
     if (std::filesystem::is_directory(file, ignored)) // which opens and cannot be read
         fail(EISDIR);
-    std::string text{std::istreambuf_iterator<char>(stream), {}};
+    return stream;
+}
+
+std::string read_stream(std::istream& stream, const std::string& name)
+{
+    // A device would be read until the memory ends.
+    constexpr std::size_t most = std::size_t{16} << 20U;
+    std::string text(most + 1, '\0');
+    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(stream.gcount()));
+    if (text.size() > most)
+        throw Usage_Error(name + ": more than 16 MB");
     return text;
+}
+
+std::string read_file(const std::string& file)
+{
+    std::ifstream stream = open_file(file);
+    return read_stream(stream, file);
 }
 
 std::vector<std::string> lines_of(const std::string& text)

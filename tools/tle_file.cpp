@@ -5,6 +5,8 @@
 namespace zavra::tools
 {
 
+using namespace simulator;
+
 namespace
 {
 

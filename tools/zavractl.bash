@@ -1,8 +1,8 @@
-# Completion of zavractl for bash. The program itself knows what may follow.
+# Completion of zavractl for bash. The program itself knows what may follow; where it says nothing, a file may.
 _zavractl()
 {
-    local word=${COMP_WORDS[COMP_CWORD]}
-    local before=("${COMP_WORDS[@]:1:COMP_CWORD-1}")
-    mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" complete "${before[@]}" 2>/dev/null)" -- "$word")
+    mapfile -t COMPREPLY < <("${COMP_WORDS[0]}" complete "${COMP_WORDS[@]:1:COMP_CWORD}" 2>/dev/null)
+    [[ ${COMPREPLY[0]} == *= ]] && compopt -o nospace 2>/dev/null
+    return 0
 }
 complete -o default -F _zavractl zavractl

@@ -6,7 +6,7 @@
 /// The unit's registers as named flags. What a bit means is the unit's own, but for bits 0 and 1 of the system error
 /// register, which report command errors; VELM_ZAVRA_REGISTER_MAP gives the others the names that a unit documents.
 
-/// The registers of the standard telemetry.
+/// The registers of the standard telemetry, and behind them the configuration words that have commands of their own.
 enum VELM_ZAVRA_API_REGISTERS : unsigned int {
     VELM_ZAVRA_API_LIVELYHOOD_REGISTER = 0,
     VELM_ZAVRA_API_SYSTEM_STATUS_REGISTER = 1,
@@ -16,7 +16,9 @@ enum VELM_ZAVRA_API_REGISTERS : unsigned int {
     VELM_ZAVRA_API_ACTUATORS_ERROR_REGISTER = 5,
     VELM_ZAVRA_API_SAT_MAIN_REGISTER = 6,
     VELM_ZAVRA_API_SAT_ERROR_REGISTER = 7,
-    VELM_ZAVRA_API_SAT_SCHEDULER_REGISTER = 8
+    VELM_ZAVRA_API_SAT_SCHEDULER_REGISTER = 8,
+    VELM_ZAVRA_API_DCDC_CONFIGURATION = 9,
+    VELM_ZAVRA_API_HIL_CONFIGURATION = 10
 };
 
 /// One bit of a register.
@@ -43,8 +45,8 @@ struct VELM_ZAVRA_API_SATELLITE_REGISTERS
     VELM_ZAVRA_API_REGISTER scheduler;
 };
 
-/// All registers from one reading.
+/// All registers of the standard telemetry from one reading.
 struct VELM_ZAVRA_API_ALL_REGISTERS
 {
-    VELM_ZAVRA_API_REGISTER registers[9]; ///< indexed by VELM_ZAVRA_API_REGISTERS
+    VELM_ZAVRA_API_REGISTER registers[9]; ///< indexed by VELM_ZAVRA_API_REGISTERS up to the ninth
 };

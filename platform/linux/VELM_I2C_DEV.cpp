@@ -2,14 +2,20 @@
 
 #include "bus.h"
 #include "environment.h"
+#include "reservation.h"
 
 #include <cerrno>
+#include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <locale>
+#include <optional>
 #include <sstream>
 #include <system_error>
 
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
 
 using namespace zavra::platform;
 
@@ -17,7 +23,16 @@ void zavra::platform::fail(int error)
 {
     const std::string text = std::generic_category().message(error);
     const bool nak = error == ENXIO || error == EREMOTEIO;
-    throw VELM_I2C_DEV_Exception(nak ? "not acknowledged: " + text : text);
+    fail(error, nak ? "not acknowledged: " + text : text);
+}
+
+void zavra::platform::fail(int error, const std::string& reason)
+{
+    try {
+        throw std::system_error(error, std::generic_category());
+    } catch (const std::system_error&) {
+        std::throw_with_nested(VELM_I2C_DEV_Exception(reason));
+    }
 }
 
 namespace
@@ -48,11 +63,45 @@ std::unique_ptr<Bus> open_bus(const std::string& path, unsigned int address)
     throw VELM_I2C_DEV_Exception("not an I2C bus");
 }
 
+/// What a person can do about a bus that is not there or not theirs.
+std::string advice(const std::string& path)
+{
+    if (::access(path.c_str(), R_OK | W_OK) == 0) {
+        return "";
+    }
+    if (errno == EACCES) {
+        return ": join the group that may use it, with sudo usermod -aG i2c USER and a new login";
+    }
+    if (errno != ENOENT) {
+        return "";
+    }
+    return path.starts_with("/dev/") ? ": buses are there when the driver is loaded, with modprobe i2c-dev"
+                                     : ": zavra-sim makes simulated buses";
+}
+
+/// The file over which programs take turns at a device: beside a simulated bus, and for a bus of the kernel where the
+/// computer's locks are, so that it is the same whatever the bus is called.
+std::string reservation_file(const std::string& path, unsigned int address)
+{
+    std::string place = path;
+    struct stat file;
+    if (::stat(path.c_str(), &file) == 0 && S_ISCHR(file.st_mode)) {
+        place = "/run/lock/velm-i2c-" + std::to_string(major(file.st_rdev)) + '-' + std::to_string(minor(file.st_rdev));
+    } else {
+        const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), &std::free);
+        if (real) {
+            place = real.get();
+        }
+    }
+    return place + '.' + std::to_string(address) + ".lock";
+}
+
 }
 
 struct VELM_I2C_DEV::Private
 {
     std::unique_ptr<Bus> bus;
+    std::optional<Reservation> reservation;
     std::string path;
     unsigned int address = 0;
     std::string description;
@@ -64,6 +113,15 @@ struct VELM_I2C_DEV::Private
     void transfer(const char* verb, const char* preposition, const unsigned char* data, int length,
                   Transaction transaction) const
     {
+        const auto failed = [&](const std::string& circumstance, const char* reason) {
+            std::ostringstream text;
+            text << "Cannot " << verb << ' ' << std::to_string(length) << " bytes ";
+            if (bus) {
+                text << preposition << ' ' << device() << circumstance << ' ';
+            }
+            text << '(' << reason << ')';
+            std::throw_with_nested(VELM_I2C_DEV_Exception(text.str()));
+        };
         try {
             if (!bus) {
                 throw VELM_I2C_DEV_Exception("not connected");
@@ -75,14 +133,10 @@ struct VELM_I2C_DEV::Private
                 throw VELM_I2C_DEV_Exception("length exceeds limits");
             }
             transaction();
+        } catch (const In_Use& other) {
+            failed(", reserved by process " + std::to_string(other.process), "in use by another program");
         } catch (const VELM_I2C_DEV_Exception& reason) {
-            std::ostringstream text;
-            text << "Cannot " << verb << ' ' << std::to_string(length) << " bytes ";
-            if (bus) {
-                text << preposition << ' ' << device() << ' ';
-            }
-            text << '(' << reason.what() << ')';
-            throw VELM_I2C_DEV_Exception(text.str());
+            failed("", reason.what());
         }
     }
 };
@@ -105,11 +159,12 @@ void VELM_I2C_DEV::Connect(unsigned int address, std::string bus_device_name)
             throw VELM_I2C_DEV_Exception("a bus is named without its directory, for example \"i2c-0\"");
         }
         private_->bus = open_bus(path, address);
+        private_->reservation.emplace(reservation_file(path, address));
         private_->path = std::move(path);
         private_->address = address;
     } catch (const VELM_I2C_DEV_Exception& reason) {
-        throw VELM_I2C_DEV_Exception("Cannot connect to address " + describe(address) + " on " + path + " (" +
-                                     reason.what() + ")");
+        std::throw_with_nested(VELM_I2C_DEV_Exception("Cannot connect to address " + describe(address) + " on " + path +
+                                                      " (" + reason.what() + ")" + advice(path)));
     }
 }
 
@@ -119,19 +174,20 @@ void VELM_I2C_DEV::Disconnect()
         throw VELM_I2C_DEV_Exception("Cannot disconnect (not connected)");
     }
     private_->bus.reset();
+    private_->reservation.reset();
 }
 
 void VELM_I2C_DEV::I2CWriteByteArray(unsigned char* data, int length)
 {
     private_->transfer("write", "to", data, length, [&] {
-        private_->bus->write({data, static_cast<std::size_t>(length)});
+        private_->reservation->write([&] { private_->bus->write({data, static_cast<std::size_t>(length)}); });
     });
 }
 
 void VELM_I2C_DEV::I2CReadByteArray(unsigned char* data, int length)
 {
     private_->transfer("read", "from", data, length, [&] {
-        private_->bus->read({data, static_cast<std::size_t>(length)});
+        private_->reservation->read([&] { private_->bus->read({data, static_cast<std::size_t>(length)}); });
     });
 }
 

@@ -1,19 +1,20 @@
 #include <VELM_INIPARSER.h>
 
 #include "file_descriptor.h"
+#include "ini_lines.h"
 
-#include <algorithm>
+#include <VELM_API_Debug.h>
+
 #include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <cstdarg>
 #include <cstring>
-#include <mutex>
 #include <system_error>
 #include <type_traits>
 
 #include <fcntl.h>
 #include <iniparser/iniparser.h>
+#include <sys/stat.h>
 
 using namespace zavra::platform;
 
@@ -25,34 +26,11 @@ std::string error_text(int error)
     return std::generic_category().message(error);
 }
 
-/// The first complaint of the iniparser library about a file. The library tells one function for the whole process.
-char complaint[8192];
-std::mutex complaint_mutex;
-
-int take_complaint(const char* format, ...)
+/// A line on the debug stream's level of warnings.
+void warn(const std::string& text)
 {
-    if (complaint[0] == '\0') {
-        va_list arguments;
-        va_start(arguments, format);
-        std::vsnprintf(complaint, sizeof(complaint), format, arguments);
-        va_end(arguments);
-    }
-    return 0;
-}
-
-/// @param error  receives the complaint as one line, or stays empty
-dictionary* load(const char* path, std::string& error)
-{
-    const std::lock_guard lock(complaint_mutex);
-    complaint[0] = '\0';
-    iniparser_set_error_callback(take_complaint);
-    dictionary* const loaded = iniparser_load(path);
-    iniparser_set_error_callback(nullptr);
-
-    error = complaint;
-    std::replace(error.begin(), error.end(), '\n', ' ');
-    error.erase(error.find_last_not_of(' ') + 1);
-    return loaded;
+    const std::string line = "\033[33mWARNING: " + text + "\033[0m\n";
+    VELM_API_Debug::dout(4).write(line.data(), static_cast<std::streamsize>(line.size())).flush();
 }
 
 template <class T>
@@ -116,11 +94,18 @@ void VELM_INIPARSER::load_dict(const char* path)
     if (!file || ::read(file.get(), &nothing, 0) < 0) {
         fail(error_text(errno));
     }
-    std::string error;
-    private_->loaded.reset(load(path, error));
-    if (!private_->loaded || !error.empty()) {
-        free_dict();
-        fail(error);
+    struct stat status;
+    const bool can_be_read_twice = ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
+    const Ini_Findings findings = can_be_read_twice ? examine_ini_file(path) : Ini_Findings();
+    if (!findings.error.empty()) {
+        fail(findings.error);
+    }
+    private_->loaded.reset(iniparser_load(path));
+    if (!private_->loaded) {
+        fail("it is not INI text");
+    }
+    for (const std::string& repetition : findings.repetitions) {
+        warn(std::string("INI file ") + path + ", " + repetition);
     }
 }
 

@@ -21,7 +21,8 @@ public:
 std::unique_ptr<Bus> open_i2c_dev_bus(const std::string& path, unsigned int address);
 std::unique_ptr<Bus> open_simulated_bus(const std::string& path, unsigned int address);
 
-/// Throws the reason that an errno value stands for.
+/// Throws the reason that an errno value stands for; the value is nested inside.
 [[noreturn]] void fail(int error);
+[[noreturn]] void fail(int error, const std::string& reason);
 
 }

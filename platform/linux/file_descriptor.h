@@ -1,48 +1,23 @@
 #pragma once
 
-#include <cerrno>
-#include <utility>
+#include "../../common/file_descriptor.h"
 
-#include <unistd.h>
+#include <cerrno>
 
 namespace zavra::platform
 {
 
-/// Repeats a system call for as long as signals interrupt it.
+using zavra::File_Descriptor;
+
+/// Repeats a system call that a signal interrupts, up to nine times: no frame is sent for ever.
 template <class Call>
 auto uninterrupted(Call call)
 {
     auto result = call();
-    while (result < 0 && errno == EINTR) {
+    for (int repeats = 9; repeats > 0 && result < 0 && errno == EINTR; --repeats) {
         result = call();
     }
     return result;
 }
-
-/// Owns a file descriptor; negative means none.
-class File_Descriptor
-{
-public:
-    File_Descriptor() = default;
-    explicit File_Descriptor(int descriptor) : descriptor_(descriptor) {}
-    File_Descriptor(File_Descriptor&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
-    File_Descriptor& operator=(File_Descriptor&& other) noexcept
-    {
-        std::swap(descriptor_, other.descriptor_);
-        return *this;
-    }
-    ~File_Descriptor()
-    {
-        if (*this) {
-            ::close(descriptor_);
-        }
-    }
-
-    explicit operator bool() const { return descriptor_ >= 0; }
-    int get() const { return descriptor_; }
-
-private:
-    int descriptor_ = -1;
-};
 
 }

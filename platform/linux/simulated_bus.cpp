@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <string>
 
@@ -29,7 +30,7 @@ public:
     {
         const auto rest = std::chrono::ceil<std::chrono::milliseconds>(end_ - std::chrono::steady_clock::now());
         if (rest <= 0ms) {
-            throw VELM_I2C_DEV_Exception("the simulated bus does not answer");
+            fail(ETIMEDOUT, "the simulated bus does not answer");
         }
         return static_cast<int>(rest.count());
     }
@@ -73,11 +74,11 @@ private:
             fail(errno);
         }
         while (::connect(socket_.get(), reinterpret_cast<const sockaddr*>(&server_), sizeof(server_)) < 0) {
-            if (errno == EAGAIN) { // the server's queue of connections is full, and nothing would wake a poll()
-                ::poll(nullptr, 0, std::min(deadline.left(), 10));
-            } else if (errno != EINTR) {
+            if (errno != EAGAIN && errno != EINTR) {
                 fail(errno);
             }
+            // The server's queue of connections is full, and nothing would wake a poll().
+            ::poll(nullptr, 0, std::min(deadline.left(), 10));
         }
     }
 

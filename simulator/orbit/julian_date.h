@@ -1,7 +1,9 @@
 #pragma once
 
-namespace zavra
+namespace zavra::simulator
 {
+
+inline constexpr double julian_1970 = 2440587.5; ///< 01.01.1970 0:00
 
 /// A Julian date in two parts, so that a moment keeps its microseconds.
 struct Julian_Date
@@ -10,6 +12,7 @@ struct Julian_Date
     double fraction; ///< Days since then
 
     double value() const { return day + fraction; }
+    double days_since_j2000() const { return (day - 2451545.0) + fraction; }
 };
 
 inline double minutes_between(const Julian_Date& from, const Julian_Date& to)

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace zavra
+namespace zavra::simulator
 {
 
 namespace
@@ -144,6 +144,9 @@ void Sgp4::set_drag_terms()
         -3.0 * three_cos2_minus_1_ * (1.0 - 2.0 * e_eta + eta2 * (1.5 - 0.5 * e_eta)) +
         0.75 * one_minus_cos2_ * (2.0 * eta2 - e_eta * (1.0 + eta2)) * std::cos(2.0 * epoch_.argument_of_perigee);
 
+    // The drag terms are a series in the change of the semi-major axis over its height above the boundary, and run away
+    // where that exceeds 1. Back in time the perigee hardly moves, so that the apogee rises by twice the change.
+    drag_.highest_apogee = a * (1.0 + e) + 2.0 * (a - s);
     drag_.high_order = perigee_km >= simple_drag_perigee_km;
     drag_.eta = eta;
     drag_.c1 = c1;
@@ -185,6 +188,12 @@ Tle_Error Sgp4::propagate(double minutes_since_epoch, Orbit_State& state) const
         return Tle_Error::eccentricity_out_of_range;
     }
     mean.eccentricity = std::max(mean.eccentricity, least_used_eccentricity);
+    if (!(mean.semi_major_axis >= 1.0)) {
+        return Tle_Error::decayed;
+    }
+    if (!(mean.semi_major_axis * (1.0 + mean.eccentricity) <= drag_.highest_apogee)) {
+        return Tle_Error::out_of_reach;
+    }
     return osculating_state(mean, state);
 }
 
@@ -212,7 +221,7 @@ Sgp4::Moment Sgp4::mean_elements(double t) const
     }
 
     Moment mean{};
-    mean.semi_major_axis = semi_major_axis_ * square(axis_factor);
+    mean.semi_major_axis = semi_major_axis_ * axis_factor * std::abs(axis_factor); // below 0 once drag has used it up
     mean.mean_motion = k_e / std::pow(mean.semi_major_axis, 1.5);
     mean.eccentricity = epoch_.eccentricity - eccentricity_loss;
     mean.argument_of_perigee = gravity_argument_of_perigee - perigee_shift;
@@ -271,16 +280,13 @@ Tle_Error Sgp4::osculating_state(const Moment& mean, Orbit_State& state) const
         return Tle_Error::decayed;
     }
 
-    const Orbit_Vector m{-std::sin(node) * std::cos(inclination), std::cos(node) * std::cos(inclination),
-                         std::sin(inclination)};
-    const Orbit_Vector n{std::cos(node), std::sin(node), 0.0};
-    const double kmps = earth_radius_km * k_e / 60.0;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        const double outward = m[axis] * std::sin(u) + n[axis] * std::cos(u);
-        const double along = m[axis] * std::cos(u) - n[axis] * std::sin(u);
-        state.position_km[axis] = radius * outward * earth_radius_km;
-        state.velocity_kmps[axis] = (radial_velocity * outward + transverse_velocity * along) * kmps;
-    }
+    const Eigen::Vector3d m{-std::sin(node) * std::cos(inclination), std::cos(node) * std::cos(inclination),
+                            std::sin(inclination)};
+    const Eigen::Vector3d n{std::cos(node), std::sin(node), 0.0};
+    const Eigen::Vector3d outward = m * std::sin(u) + n * std::cos(u);
+    const Eigen::Vector3d along = m * std::cos(u) - n * std::sin(u);
+    state.position_km = outward * (radius * earth_radius_km);
+    state.velocity_kmps = (radial_velocity * outward + transverse_velocity * along) * (earth_radius_km * k_e / 60.0);
     return Tle_Error::none;
 }
 

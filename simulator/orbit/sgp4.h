@@ -1,16 +1,17 @@
 #pragma once
 
-#include "orbit_vector.h"
 #include "tle.h"
 
-namespace zavra
+#include <Eigen/Core>
+
+namespace zavra::simulator
 {
 
 /// Position and velocity in the true equator, mean equinox frame (TEME) of the moment.
 struct Orbit_State
 {
-    Orbit_Vector position_km;
-    Orbit_Vector velocity_kmps;
+    Eigen::Vector3d position_km = Eigen::Vector3d::Zero();
+    Eigen::Vector3d velocity_kmps = Eigen::Vector3d::Zero();
 };
 
 /// The SGP4 orbit model for near-Earth satellites, with WGS-72 constants.
@@ -23,7 +24,7 @@ public:
     explicit Sgp4(const Two_Line_Elements& elements);
 
     /// The state at a time that may also lie before the epoch. Fails with `deep_space`, `decayed`,
-    /// `eccentricity_out_of_range` or `semi_latus_rectum_negative`, and then leaves `state` alone.
+    /// `eccentricity_out_of_range`, `semi_latus_rectum_negative` or `out_of_reach`, and then leaves `state` alone.
     Tle_Error propagate(double minutes_since_epoch, Orbit_State& state) const;
 
 private:
@@ -61,7 +62,8 @@ private:
 
     struct
     {
-        bool high_order; // perigee at 220 km or above
+        bool high_order;       // perigee at 220 km or above
+        double highest_apogee; // from the Earth's centre
         double eta;
         double c1, c4, c5;
         double d2, d3, d4;

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace zavra
+namespace zavra::simulator
 {
 
 namespace
@@ -153,7 +153,6 @@ void read_epoch(Field_Reader& fields, Two_Line_Elements& elements)
 
     const int day_of_year = static_cast<int>(elements.epoch_day);
     const auto since_1970 = (sys_days{epoch_year / January / 1} + days{day_of_year - 1}).time_since_epoch();
-    constexpr double julian_1970 = 2440587.5;
     elements.epoch = {julian_1970 + static_cast<double>(since_1970.count()), elements.epoch_day - day_of_year};
 }
 
@@ -176,6 +175,7 @@ const char* to_string(Tle_Error error)
         "the satellite has decayed",
         "the eccentricity is out of range",
         "the semi-latus rectum is negative",
+        "the time is too far from the epoch",
     };
     const auto number = static_cast<std::size_t>(error);
     return number < texts.size() ? texts[number] : "unknown error";

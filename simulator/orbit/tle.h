@@ -4,11 +4,11 @@
 
 #include <string_view>
 
-namespace zavra
+namespace zavra::simulator
 {
 
 /// Why an element set, or the orbit it describes at a given time, is refused. The numbers are the simulated unit's
-/// response codes to a new element set: 1 to 9 concern the text, 10 to 13 the orbit.
+/// response codes to a new element set: 1 to 9 concern the text, 10 to 14 the orbit.
 enum class Tle_Error : unsigned char {
     none = 0,
     line_1_length = 1,               ///< Line 1 does not have 69 characters
@@ -21,9 +21,10 @@ enum class Tle_Error : unsigned char {
     line_2_field = 8,                ///< Line 2 has an unreadable number, or one outside its range
     satellite_numbers_differ = 9,    ///< The lines belong to different satellites
     deep_space = 10,                 ///< The period is 225 minutes or more; only near-Earth orbits are propagated
-    decayed = 11,                    ///< The satellite is below the Earth's equatorial radius
+    decayed = 11,                    ///< The satellite is below the Earth's equatorial radius, or its mean orbit is
     eccentricity_out_of_range = 12,  ///< Drag has driven the eccentricity below 0 or to 1 and above
     semi_latus_rectum_negative = 13, ///< The long-period terms leave no ellipse
+    out_of_reach = 14,               ///< So far from the epoch that the drag terms mean nothing
 };
 
 /// A short English description of the error.

@@ -1,150 +1,132 @@
-#include "tests/support/operation_cases.h"
+#include "tests/support/cases.h"
 
-namespace zavra::test
+using namespace zavra::test;
+
+using Device = ZAVRA_100;
+
+const Payload xyz = Payload().f32_range(1, 3);
+const Payload speeds = Payload().f32_range(1, 6);
+const Payload wheel = Payload().f32_range(1, 4).u64(0x0102030405060708);
+// The API holds the torque distribution matrix wheel by wheel.
+const Payload array = Payload().u32(1).u32(2).f32_range(3, 6).u64(7).u64(8).f32_permuted(
+    9, {0, 6, 12, 1, 7, 13, 2, 8, 14, 3, 9, 15, 4, 10, 16, 5, 11, 17});
+const Payload magnetorquers = Payload().f32_range(1, 15).u64(16).u64(17).u64(18);
+
+static Lines magnetorquer_lines(const std::string& title, const std::string& maximum)
 {
-
-namespace
-{
-
-using Api = VELM_ZAVRA_API;
-
-const std::string one_two_three = "3f800000 40000000 40400000";
-const std::string one_to_six = one_two_three + "40800000 40a00000 40c00000";
-const std::string wheel_payload = Payload().f32_range(1, 4).u64(5).hexadecimal();
-const std::string magnetorquer_payload = Payload().f32_range(1, 15).u64(16).u64(17).u64(18).hexadecimal();
-
-constexpr VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT xyz{1, 2, 3};
-constexpr VELM_ZAVRA_API_REACTIONWHEEL_TORQUE torque{1, 2, 3};
-constexpr VELM_ZAVRA_API_REACTIONWHEEL_SPEEDS speeds{1, 2, 3, 4, 5, 6};
-constexpr VELM_ZAVRA_API_SINGLE_REACTIONWHEEL_PARAMETERS wheel{1, 2, 3, 4, 5};
-constexpr VELM_ZAVRA_API_MAGNETORQUER_PARAMETERS magnetorquers{{1, 2, 3}, {4, 5, 6}, {7, 8, 9, 10, 11, 12, 13, 14, 15},
-                                                               16,        17,        18};
-
-void expect_one_two_three(const VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT& vector)
-{
-    EXPECT_EQ(vector.x, 1);
-    EXPECT_EQ(vector.y, 2);
-    EXPECT_EQ(vector.z, 3);
+    return dump(title, "",
+                "CONV_FACTORS_DIPOLE_MOMENT_TO_CURRENT.{xyz} MAX_DIPOLE_MOMENT." + maximum +
+                    " ORIENTATION_TO_BF.M{123}{123} RELAX_TIME_{XYZ}");
 }
 
-/// What comes back for a payload goes out again as the same payload.
-template <class Get, class Set>
-void expect_round_trip(Platform_Double& platform, const std::string& payload, Get get, Set set)
+const Lines array_title{"ZAVRA_100_Reactionwheel_Array_Parameters", "NUMBER_OF_WHEELS: dec = 1",
+                        "CONTROL_MODE: dec = 2"};
+const Lines speed_lines = dump("", "speed_radps.", "{xyzuvw}");
+const Lines torque_lines{"WHEEL_TORQUE_Nm (X): dec = 1", "WHEEL_TORQUE_Nm (Y): dec = 2",
+                         "WHEEL_TORQUE_Nm (Z): dec = 3"};
+const Lines moment_lines = dump("", "moment_Am.", "{xyz}");
+
+/// With the axes of the wheels 0 to 2 and 3 to 5 in each row.
+static Lines matrix_lines()
 {
-    platform = {};
-    platform.reply(payload);
-    set(get());
-    ASSERT_EQ(platform.frames().size(), 2U);
-    EXPECT_THAT(platform.frames()[1], testing::HasSubstr(payload));
+    Lines lines;
+    for (int i = 0; i < 18; ++i)
+        lines.push_back("TORQUE_DISTRIBUTION_MATRIX_M" + std::to_string(i / 6) + std::to_string(i % 6) + " (RW" +
+                        std::to_string(i % 6) + "-" + "XUYVZW"[i / 3] + "): dec = " + std::to_string(9 + i));
+    return lines;
 }
 
+/// The operations of one wheel whose index is checked, and of one whose index the unit judges.
+static std::vector<Case> checked(unsigned char index)
+{
+    const std::string number = hexadecimal({index});
+    const Lines lines{"WHEEL_INDEX: dec = " + std::to_string(index), "WHEEL_SPEED_rad/s: dec = -0.5"};
+    return {
+        set(call(&Api::Set_ReactionWheel_Speed, index, -0.5F), "set reaction wheel speed",
+            "b001 0500" + number + "bf000000", lines),
+        get(call(&Api::Get_ReactionWheel_Speed, index), "get reaction wheel speed", "b002 0100" + number,
+            Payload().f32(-0.5F), lines),
+        set(call(&Api::Enable_ReactionWheel_Idle_Mode, index), "enable reaction wheel idle mode", "b007 0100" + number),
+    };
 }
 
-TEST_F(Operation_Test, reaction_wheel_operations)
+static std::vector<Case> unchecked(unsigned char index)
+{
+    const std::string number = hexadecimal({index});
+    const Lines lines = dump("WHEEL_INDEX: dec = " + std::to_string(index), "",
+                             "MOMENT_OF_INERTIA MAX_SPEED MAX_TORQUE MOTOR_CONSTANT "
+                             "MAX_TIME_FOR_SPEED_MEASUREMENT=72623859790382856");
+    return {
+        set(call(BOTH(Set_ReactionWheel_Parameters), index, wheel), "set reaction wheel single parameters",
+            "Set All Reaction Wheel Parameters", "b003 1900" + number + wheel, lines),
+        get(call(BOTH(Get_ReactionWheel_Parameters), index), "get reaction wheel parameters",
+            "Get All Reaction Wheel Parameters", "b004 0100" + number, wheel, lines),
+    };
+}
+
+TEST_F(Operation_Test, reaction_wheel_of_an_index)
+{
+    check(checked(0));
+    check(checked(5));
+    for (const unsigned char index : octets("06ff"))
+        check_refused(checked(index), "unknown reaction wheel index");
+    check(unchecked(9));
+    check(unchecked(255));
+}
+
+TEST_F(Operation_Test, reaction_wheels)
 {
     check({
-        {[](Api& a) { a.Set_ReactionWheel_Speed(VELM_ZAVRA_API_REACTIONWHEEL_5, 10.0F); }, "b001 0500 05 41200000", "",
-         "set reaction wheel speed", "Set Reaction Wheel Speed"},
-        {[](Api& a) { EXPECT_EQ(a.Get_ReactionWheel_Speed(VELM_ZAVRA_API_REACTIONWHEEL_4), 10.0F); }, "b002 0100 04",
-         "41200000", "get reaction wheel speed", "Get Reaction Wheel Speed"},
-        {[](Api& a) { a.Set_ReactionWheel_Parameters(VELM_ZAVRA_API_REACTIONWHEEL_3, wheel); },
-         "b003 1900 03" + wheel_payload, "", "set reaction wheel single parameters",
-         "Set All Reaction Wheel Parameters"},
-        {[](Api& a) { a.Get_ReactionWheel_Parameters(static_cast<VELM_ZAVRA_API_REACTIONWHEELS>(9)); }, "b004 0100 09",
-         wheel_payload, "get reaction wheel parameters", "Get All Reaction Wheel Parameters"},
-        {[](Api& a) { a.Set_ReactionWheel_All_Update_Interval(1000); }, "b005 0800 00000000000003e8", "",
-         "set reaction wheel all update interval", "Set All Reaction Wheel Update Interval"},
-        {[](Api& a) { EXPECT_EQ(a.Get_ReactionWheel_All_Update_Interval(), 1000U); }, "b006 0000", "00000000000003e8",
-         "get reaction wheel all update interval", "Get Reaction Wheel Speed"},
-        {[](Api& a) { a.Enable_ReactionWheel_Idle_Mode(VELM_ZAVRA_API_REACTIONWHEEL_2); }, "b007 0100 02", "",
-         "enable reaction wheel idle mode", "Enable Reaction Wheel Idle Mode"},
-        {[](Api& a) { a.Set_ReactionWheel_All_Speeds(speeds); }, "b008 1800" + one_to_six, "",
-         "set reaction all speeds", "Set All Reaction Wheel Speeds"},
-        {[](Api& a) { a.Get_ReactionWheel_All_Speeds(); }, "b009 0000", one_to_six, "get reaction wheel all speeds",
-         "Get Reaction Wheel Speed"},
-        {[](Api& a) { a.Set_ReactionWheel_All_Parameters({}); }, "b00a 7000" + std::string(224, '0'), "",
-         "set reaction wheel all parameters", "Set Parameters of All Reaction Wheels"},
-        {[](Api& a) { a.Get_ReactionWheel_All_Parameters(); }, "b00b 0000", std::string(224, '0'),
-         "get reaction wheel all parameters", "Get Parameters of All Reaction Wheels"},
-        {[](Api& a) { a.Enable_ReactionWheel_All_Idle_Mode(); }, "b00c 0000", "", "enable all reaction wheel idle mode",
-         "Enable All Reaction Wheel Idle Mode"},
-        {[](Api& a) { a.Set_ReactionWheel_Torque_Target(torque); }, "b00d 0c00" + one_two_three, "",
-         "set reaction wheel torque", "Set Reaction Wheel Torque Target"},
-        {[](Api& a) { a.Get_ReactionWheel_Torque_Target(); }, "b00e 0000", one_two_three, "get reaction wheel torque",
-         "Get Reaction Wheel Torque Target"},
+        set(call(&Api::Set_ReactionWheel_All_Update_Interval, 1000), "set reaction wheel all update interval",
+            "Set All Reaction Wheel Update Interval", "b005 0800 00000000000003e8"),
+        get(call(&Api::Get_ReactionWheel_All_Update_Interval), "get reaction wheel all update interval",
+            "Get Reaction Wheel Speed", "b006 0000", Payload().u64(1000), {"interval_msec: dec = 1000"}),
+        set(call(BOTH(Set_ReactionWheel_All_Speeds), speeds), "set reaction all speeds",
+            "Set All Reaction Wheel Speeds", "b008 1800 3f800000 40000000 40400000 40800000 40a00000 40c00000",
+            speed_lines),
+        get(call(BOTH(Get_ReactionWheel_All_Speeds)), "get reaction wheel all speeds", "Get Reaction Wheel Speed",
+            "b009 0000", speeds, speed_lines),
+        set(call(BOTH(Set_ReactionWheel_All_Parameters), array), "set reaction wheel all parameters",
+            "Set Parameters of All Reaction Wheels", "b00a 7000" + array,
+            array_title + Lines{"UPDATE_INTERVAL: dec = 7", "MAX_VALID_TIME_SPEED_MEASUREMENT: dec = 8"} +
+                matrix_lines()),
+        get(call(BOTH(Get_ReactionWheel_All_Parameters)), "get reaction wheel all parameters",
+            "Get Parameters of All Reaction Wheels", "b00b 0000", array,
+            array_title +
+                Lines{"MOMENT_OF_INERTIA = 3", "MAX_SPEED = 4", "MAX_TORQUE = 5", "MOTOR_CONSTANT = 6",
+                      "UPDATE_INTERVAL: dec = 7", "MAX_VALID_TIME_SPEED_MEASUREMENT = 8"} +
+                dump("", "TORQUE_DISTRIBUTION_MATRIX_", "M{012}{012345}", 9)),
+        set(call(&Api::Enable_ReactionWheel_All_Idle_Mode), "enable all reaction wheel idle mode", "b00c 0000"),
+        set(call(&Api::Set_ReactionWheel_Torque_Target, &Device::Set_ReactionWheel_Torque, xyz),
+            "set reaction wheel torque", "Set Reaction Wheel Torque Target", "b00d 0c00 3f800000 40000000 40400000",
+            torque_lines),
+        get(call(&Api::Get_ReactionWheel_Torque_Target, &Device::Get_ReactionWheel_Torque), "get reaction wheel torque",
+            "Get Reaction Wheel Torque Target", "b00e 0000", xyz, torque_lines),
     });
 }
 
-TEST_F(Operation_Test, magnetorquer_operations)
+TEST_F(Operation_Test, magnetorquers)
 {
     check({
-        {[](Api& a) { a.Set_Magnettorquer_All_Dipole_Moments(xyz); }, "b101 0c00" + one_two_three, "",
-         "set all magnettorquer dipole moments", "Set Dipole Moment of All Magnetorquers"},
-        {[](Api& a) { expect_one_two_three(a.Get_Magnettorquer_All_Dipole_Moments()); }, "b102 0000", one_two_three,
-         "get all magnettorquer dipole moments", "Get Dipole Moments of All Magnetorquers"},
-        {[](Api& a) { a.Suspend_All_Magnettorquers(); }, "b103 0000", "", "suspend all magnettorquers",
-         "Suspend All Magnetorquers"},
-        {[](Api& a) { a.Resume_All_Magnettorquers(); }, "b104 0000", "", "resume all magnettorquers",
-         "Resume All Magnetorquers"},
-        {[](Api& a) { a.Set_Magnettorquer_Parameters(magnetorquers); }, "b105 5400" + magnetorquer_payload, "",
-         "set magnettorquer parameters", "Set Dipole Moment of All Magnetorquers"},
-        {[](Api& a) { a.Get_Magnettorquer_Parameters(); }, "b106 0000", magnetorquer_payload,
-         "get magnettorquer single parameters", "Get Magnetorquer Parameters"},
-        {[](Api& a) { a.Set_Magnettorquer_All_Currents(xyz); }, "b107 0c00" + one_two_three, "",
-         "set all magnettorquer currents", "Set Currents of All Magnetorquers"},
+        set_then_print(call(&Api::Set_Magnettorquer_All_Dipole_Moments, xyz), "set all magnettorquer dipole moments",
+                       "Set Dipole Moment of All Magnetorquers", "b101 0c00 3f800000 40000000 40400000", moment_lines),
+        get(call(&Api::Get_Magnettorquer_All_Dipole_Moments), "get all magnettorquer dipole moments",
+            "Get Dipole Moments of All Magnetorquers", "b102 0000", xyz, moment_lines),
+        set(call(&Api::Suspend_All_Magnettorquers), "suspend all magnettorquers", "Suspend All Magnetorquers",
+            "b103 0000"),
+        set(call(&Api::Resume_All_Magnettorquers), "resume all magnettorquers", "Resume All Magnetorquers",
+            "b104 0000"),
+        set(call(BOTH(Set_Magnettorquer_Parameters), magnetorquers), "set magnettorquer parameters",
+            "Set Dipole Moment of All Magnetorquers", "b105 5400" + magnetorquers,
+            magnetorquer_lines("ZAVRA_100_PID_Controller_Parameters", "{XYZ}")),
+        get(call(BOTH(Get_Magnettorquer_Parameters)), "get magnettorquer single parameters",
+            "Get Magnetorquer Parameters", "b106 0000", magnetorquers,
+            magnetorquer_lines("ZAVRA_100_Magnettorquer_Parameters", "{xyz}")),
+        set_then_print(call(&Api::Set_Magnettorquer_All_Currents, xyz), "set all magnettorquer currents",
+                       "Set Currents of All Magnetorquers", "b107 0c00 3f800000 40000000 40400000",
+                       dump("", "target_current_A.", "{xyz}")),
         // Dipole moments are what this one has always returned.
-        {[](Api& a) { expect_one_two_three(a.Get_Magnettorquer_All_Currents()); }, "b102 0000", one_two_three,
-         "get all magnettorquer currents", "Get Dipole Moments of All Magnetorquers"},
+        get(call(&Api::Get_Magnettorquer_All_Currents), "get all magnettorquer currents",
+            "Get Dipole Moments of All Magnetorquers", "b102 0000", xyz, moment_lines),
     });
-}
-
-TEST_F(Operation_Test, a_wheel_outside_the_enumeration_is_refused_by_the_device_layer)
-{
-    platform = {};
-    EXPECT_EQ(message_of<VELM_ZAVRA_API_Exception>(
-                  [&] { api.Set_ReactionWheel_Speed(static_cast<VELM_ZAVRA_API_REACTIONWHEELS>(6), 1); }),
-              "Failed to set reaction wheel speed (Failed to Set Reaction Wheel Speed (unknown reaction wheel index))");
-    EXPECT_TRUE(platform.events.empty());
-}
-
-TEST_F(Operation_Test, the_torque_distribution_matrix_is_transposed_both_ways)
-{
-    VELM_ZAVRA_API_REACTIONWHEEL_ARRAY_PARAMETERS parameters{};
-    parameters.torque_distribution_matrix[4][1] = 2.0F;
-    platform = {};
-    api.Set_ReactionWheel_All_Parameters(parameters);
-    const std::string payload = std::string(2 * 80, '0') + "40000000" + std::string(2 * 28, '0');
-    EXPECT_EQ(platform.frames(), std::vector<std::string>{hexadecimal(with_crc(octets("b00a7000" + payload)))});
-
-    platform = {};
-    platform.reply(Payload().u32(1).u32(2).f32_range(3, 6).u64(7).u64(8).f32_range(9, 26).hexadecimal());
-    parameters = api.Get_ReactionWheel_All_Parameters();
-    EXPECT_EQ(parameters.motor_constant, 6.0F);
-    EXPECT_EQ(parameters.max_valid_time_speed_measurement, 8U);
-    for (int j = 0; j < 6; ++j)
-        for (int i = 0; i < 3; ++i)
-            EXPECT_EQ(parameters.torque_distribution_matrix[j][i], static_cast<float>(9 + 6 * i + j));
-}
-
-TEST_F(Operation_Test, actuator_records_come_back_as_they_went)
-{
-    constexpr auto index = VELM_ZAVRA_API_REACTIONWHEEL_0;
-    expect_round_trip(
-        platform, wheel_payload, [&] { return api.Get_ReactionWheel_Parameters(index); },
-        [&](const auto& record) { api.Set_ReactionWheel_Parameters(index, record); });
-    expect_round_trip(
-        platform, Payload().f32_range(1, 6).hexadecimal(), [&] { return api.Get_ReactionWheel_All_Speeds(); },
-        [&](const auto& record) { api.Set_ReactionWheel_All_Speeds(record); });
-    expect_round_trip(
-        platform, Payload().f32_range(1, 3).hexadecimal(), [&] { return api.Get_ReactionWheel_Torque_Target(); },
-        [&](const auto& record) { api.Set_ReactionWheel_Torque_Target(record); });
-    expect_round_trip(
-        platform, Payload().u32(1).u32(2).f32_range(3, 6).u64(7).u64(8).f32_range(9, 26).hexadecimal(),
-        [&] { return api.Get_ReactionWheel_All_Parameters(); },
-        [&](const auto& record) { api.Set_ReactionWheel_All_Parameters(record); });
-    expect_round_trip(
-        platform, magnetorquer_payload, [&] { return api.Get_Magnettorquer_Parameters(); },
-        [&](const auto& record) { api.Set_Magnettorquer_Parameters(record); });
-}
-
 }

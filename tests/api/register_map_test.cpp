@@ -1,11 +1,8 @@
-#include "tests/platform/temporary_directory.h"
+#include "tests/support/temporary_directory.h"
 
 #include <VELM_ZAVRA_REGISTER_MAP.h>
 
-#include <gtest/gtest.h>
-
-namespace zavra::test
-{
+using namespace zavra::test;
 
 TEST(Register_Map, names_the_bits_that_a_file_lists_and_numbers_the_others)
 {
@@ -39,11 +36,7 @@ TEST(Register_Map, says_where_a_file_is_wrong)
     const auto bad_key = [&](const std::string& key) {
         return file + ", line 2, section [sat_main], key \"" + key + "\": the key is not a bit number from 0 to 31";
     };
-    const struct
-    {
-        const char* content;
-        std::string complaint;
-    } cases[] = {
+    const std::pair<const char*, std::string> cases[] = {
         {"[system_eror]", file + ", line 1, section [system_eror]: there is no such register"},
         {"\n[Sat_Main]", file + ", line 2, section [Sat_Main]: there is no such register"},
         {"[]\n0 = x", file + ", line 1, section []: there is no such register"},
@@ -58,19 +51,60 @@ TEST(Register_Map, says_where_a_file_is_wrong)
         {"[sat_main]\n5 = a b", bit_5 + "the name \"a b\" has other characters than letters, digits and underscores"},
         {"[sat_main]\n5 = x\n05 = y", file + ", line 3, section [sat_main], key \"05\": the bit has a name already"},
         {"[sat_main]\n5 = x\n6 = x", file + ", line 3, section [sat_main], key \"6\": the name \"x\" is that of bit 5"},
+        {"[livelyhood]\n5 = x\n[dcdc_configuration]\n5 = x\n6 = x",
+         file + ", line 5, section [dcdc_configuration], key \"6\": the name \"x\" is that of bit 5"},
         {"[sat_main", file + ", line 1: neither a section, a key with a name, nor a comment"},
     };
     const auto complaint_about = [](const std::string& path) {
-        return message<VELM_ZAVRA_API_Exception>([&] { VELM_ZAVRA_REGISTER_MAP{path}; });
+        return message_of<VELM_ZAVRA_API_Exception>([&] { VELM_ZAVRA_REGISTER_MAP{path}; });
     };
     for (const auto& [content, complaint] : cases)
         EXPECT_EQ(complaint_about(directory.file("map.ini", content)),
                   "Failed to load register map (" + complaint + ")");
     EXPECT_EQ(complaint_about("/none"), "Failed to load register map (/none: No such file or directory)");
     EXPECT_EQ(complaint_about("/tmp"), "Failed to load register map (/tmp: the file cannot be read)");
-    EXPECT_EQ(message<VELM_ZAVRA_API_Exception>(
-                  [] { VELM_ZAVRA_REGISTER_MAP().Decode(static_cast<VELM_ZAVRA_API_REGISTERS>(9), 0); }),
+    EXPECT_EQ(message_of<VELM_ZAVRA_API_Exception>(
+                  [] { VELM_ZAVRA_REGISTER_MAP().Decode(static_cast<VELM_ZAVRA_API_REGISTERS>(11), 0); }),
               "Failed to decode register (unknown register)");
 }
 
+TEST(Register_Map, puts_words_together_and_tells_flags_by_name)
+{
+    const Temporary_Directory directory;
+    const VELM_ZAVRA_REGISTER_MAP map(directory.file(
+        "map.ini", "[dcdc_configuration]\n0 = wheels\n31 = star_tracker\n[hil_configuration]\n4 = gyros\n"
+                   "[livelyhood]\n0 = alive\n[system_status]\n4 = ready\n"));
+    const struct
+    {
+        VELM_ZAVRA_API_REGISTERS which;
+        std::vector<std::string> flags;
+        unsigned int word;
+    } cases[] = {
+        {VELM_ZAVRA_API_DCDC_CONFIGURATION, {"star_tracker", "wheels", "bit_07"}, 0x80000081},
+        {VELM_ZAVRA_API_DCDC_CONFIGURATION, {}, 0},
+        {VELM_ZAVRA_API_HIL_CONFIGURATION, {"gyros", "bit_04", "gyros"}, 0x10},
+        {VELM_ZAVRA_API_LIVELYHOOD_REGISTER, {"alive", "bit_31"}, 0x80000001},
+        {VELM_ZAVRA_API_SYSTEM_STATUS_REGISTER, {"ready"}, 0x10},
+    };
+    for (const auto& [which, flags, word] : cases) {
+        EXPECT_EQ(map.Encode(which, flags), word);
+        const auto reading = VELM_ZAVRA_REGISTER_MAP().Decode(which, word);
+        for (const std::string& flag : flags)
+            EXPECT_TRUE(map.Is_Set(reading, flag)) << flag;
+        EXPECT_FALSE(map.Is_Set(reading, "bit_20"));
+    }
+    const VELM_ZAVRA_REGISTER_MAP copy = map;
+    const auto hil = copy.Decode(VELM_ZAVRA_API_HIL_CONFIGURATION, 0x10);
+    EXPECT_EQ(hil.name, "hil_configuration");
+    EXPECT_EQ(hil.flags[4].name, "gyros");
+    EXPECT_EQ(hil.flags[5].name, "bit_05");
+    EXPECT_TRUE(hil.flags[4].state);
+    EXPECT_EQ(copy.Decode(VELM_ZAVRA_API_SYSTEM_STATUS_REGISTER, 0).flags[4].name, "ready");
+
+    EXPECT_EQ(message_of<VELM_ZAVRA_API_Exception>([&] { map.Encode(VELM_ZAVRA_API_HIL_CONFIGURATION, {"wheels"}); }),
+              "Failed to encode register (hil_configuration has no flag \"wheels\")");
+    EXPECT_EQ(message_of<VELM_ZAVRA_API_Exception>([&] { map.Encode(static_cast<VELM_ZAVRA_API_REGISTERS>(11), {}); }),
+              "Failed to encode register (unknown register)");
+    EXPECT_EQ(message_of<VELM_ZAVRA_API_Exception>([&] { map.Is_Set(hil, ""); }),
+              "Failed to look at a register's flag (hil_configuration has no flag \"\")");
 }

@@ -22,16 +22,21 @@ check_dependencies() {
 
 tree=$(mktemp -d)
 trap 'rm -rf "$tree"' EXIT
-for name in libvelm-zavra1 libvelm-zavra-dev velm-zavra-tools; do
+for name in libvelm-zavra1 libvelm-zavra-dev velm-zavra-tools libvelm-zavra-simulator-dev; do
     package=("$packages/${name}"_*_"$architecture.deb")
     echo "== ${package[0]##*/}"
     dpkg-deb --field "${package[0]}" Architecture Depends
     dpkg-deb --contents "${package[0]}" | awk '!/\/$/ { print "  " $6 }'
     [[ $(dpkg-deb --field "${package[0]}" Architecture) == "$architecture" ]]
     dpkg-deb --extract "${package[0]}" "$tree/$name"
+    (cd "$tree/$name/usr/share/doc/$name" && gunzip --test changelog.gz && grep -q Apache-2.0 copyright)
     check_dependencies "$tree/$name" "$(dpkg-deb --field "${package[0]}" Depends)"
     cp -a "$tree/$name/usr" "$tree"
 done
+
+control=$(dpkg-deb --ctrl-tarfile "$packages"/libvelm-zavra1_*_"$architecture.deb" | tar --list)
+grep -q triggers <<<"$control" && grep -q postinst <<<"$control"
+(cd "$tree/usr" && ls lib/udev/rules.d/*i2c.rules share/man/man1/zavra{ctl,-sim}.1 share/velm_zavra/*.ini >/dev/null)
 
 libraries=$("$compiler" -print-multiarch)
 # shellcheck disable=SC2086 # a list of words

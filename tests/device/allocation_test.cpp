@@ -1,17 +1,6 @@
-#include "tests/support/quiet_platform.h"
+#include "tests/support/doubles.h"
 
-#include <ZAVRA_100.h>
-
-#include <cstdlib>
-#include <gtest/gtest.h>
-#include <new>
-
-namespace
-{
-
-long allocations = 0;
-
-}
+static long allocations = 0;
 
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
@@ -31,35 +20,27 @@ long allocations = 0;
     std::free(memory);
 }
 
-TEST(Allocation_Test, a_command_that_succeeds_allocates_nothing)
-{
-    ZAVRA_100 device;
-    const unsigned char zeros[513] = {}; // a valid response of any size: the CRC of zeros is zero
-    zavra::test::answer_with(zeros);
+using namespace zavra::test;
 
-    const std::pair<const char*, void (*)(ZAVRA_100&)> commands[] = {
-        {"a setter", [](ZAVRA_100& d) { d.Set_Epoch_Time(1); }},
-        {"a setter that prints", [](ZAVRA_100& d) { d.Set_DCDC_Configuration(1); }},
-        {"a getter",
-         [](ZAVRA_100& d) {
-             unsigned long long time;
-             d.Get_Epoch_Time(&time);
-         }},
-        {"a record",
-         [](ZAVRA_100& d) {
-             ZAVRA_100_Sensor_Telemetry t;
-             d.Get_Sensor_Telemetry(&t);
-         }},
-        {"text",
-         [](ZAVRA_100& d) {
-             ZAVRA_100_Info_Telemetry t;
-             d.Get_Info_Frame(&t);
-         }},
-        {"registers", [](ZAVRA_100& d) { d.Check_Command_Errors(); }},
+TEST_F(Device_Test, a_command_that_succeeds_allocates_nothing)
+{
+    platform.recording = false;
+    platform.debug_levels = "";
+    platform.unanswered = 0; // a valid response of any size: the CRC of zeros is zero
+    unsigned long long time;
+    ZAVRA_100_Sensor_Telemetry record;
+    ZAVRA_100_Info_Telemetry text;
+    const std::pair<const char*, std::function<void()>> commands[] = {
+        {"a setter", [&] { device.Set_Epoch_Time(1); }},
+        {"a setter that prints", [&] { device.Set_DCDC_Configuration(1); }},
+        {"a getter", [&] { device.Get_Epoch_Time(&time); }},
+        {"a record", [&] { device.Get_Sensor_Telemetry(&record); }},
+        {"text", [&] { device.Get_Info_Frame(&text); }},
+        {"registers", [&] { device.Check_Command_Errors(); }},
     };
     for (const auto& [name, call] : commands) {
         const long before = allocations;
-        call(device);
+        call();
         EXPECT_EQ(allocations - before, 0) << name;
     }
 

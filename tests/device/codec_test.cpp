@@ -1,18 +1,9 @@
 #include "tests/support/doubles.h"
 
-#include <ZAVRA_100.h>
+using namespace zavra::test;
 
-#include <bit>
-#include <cmath>
-#include <limits>
-
-namespace zavra::test
+struct Codec_Test : Device_Test
 {
-
-class Codec_Test : public Platform_Test
-{
-protected:
-    ZAVRA_100 device;
     unsigned char buffer[9] = {};
 
     std::string written(std::size_t size) { return hexadecimal({buffer, buffer + size}); }
@@ -20,11 +11,8 @@ protected:
 
 TEST_F(Codec_Test, crc_of_known_data)
 {
-    const struct
-    {
-        std::string data;
-        unsigned char crc;
-    } cases[] = {{"", 0x00}, {"01", 0x07}, {"313233343536373839", 0xF4}, {"021008000102030405060708", 0x3A}};
+    const std::pair<std::string, unsigned char> cases[] = {
+        {"", 0x00}, {"01", 0x07}, {"313233343536373839", 0xF4}, {"021008000102030405060708", 0x3A}};
     for (const auto& [data, crc] : cases) {
         SCOPED_TRACE(data);
         const Octets bytes = octets(data);
@@ -85,6 +73,4 @@ TEST_F(Codec_Test, floating_point_bit_patterns_pass_unchanged)
         device.FromFloat32(buffer, std::bit_cast<float>(bits));
         EXPECT_EQ(std::bit_cast<unsigned int>(device.ToFloat32(buffer)), bits);
     }
-}
-
 }

@@ -1,21 +1,15 @@
-#include "temporary_directory.h"
+#include "tests/support/interval_timer.h"
+#include "tests/support/temporary_directory.h"
 
 #include <VELM_I2C_DEV.h>
 
-#include <gmock/gmock.h>
-
-#include <array>
-#include <chrono>
-#include <csignal>
 #include <cstdarg>
-#include <thread>
+#include <system_error>
 #include <tuple>
-#include <vector>
 
 #include <linux/i2c-dev.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
-#include <sys/time.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -32,26 +26,20 @@ extern "C" int ioctl(int, unsigned long request, ...) noexcept
     return request == I2C_SLAVE && chosen_slave != 0x7F ? 0 : -1;
 }
 
-namespace
-{
+using namespace zavra::test;
 
 using namespace std::chrono_literals;
-using testing::AllOf;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using Bytes = std::vector<unsigned char>;
 
 struct Answer
 {
-    Bytes reply; // none: the connection is closed instead
+    Octets reply; // none: the connection is closed instead
     std::chrono::milliseconds delay = 0ms;
 };
 
 /// A simulated bus that answers the requests of one client after the other as the script says.
-class Scripted_Bus
+struct Scripted_Bus
 {
-public:
-    std::vector<Bytes> requests; // to be read after finish()
+    std::vector<Octets> requests; // to be read after finish()
 
     Scripted_Bus(const std::string& path, std::vector<Answer> script) : script_(std::move(script))
     {
@@ -75,7 +63,6 @@ public:
         thread_ = {};
     }
 
-private:
     std::vector<Answer> script_;
     int listener_ = ::socket(AF_UNIX, SOCK_SEQPACKET, 0);
     std::jthread thread_;
@@ -93,9 +80,8 @@ private:
                 requests.emplace_back(request, request + size);
                 const auto& [reply, delay] = *answer++;
                 std::this_thread::sleep_for(delay);
-                if (reply.empty()) {
+                if (reply.empty())
                     ::shutdown(client, SHUT_RDWR);
-                }
                 ::send(client, reply.data(), reply.size(), MSG_NOSIGNAL);
             }
         }
@@ -110,9 +96,28 @@ struct Bus : testing::Test
     template <class Action>
     std::string failure(Action action)
     {
-        return message<VELM_I2C_DEV_Exception>(action);
+        error_number = 0;
+        return message_of<VELM_I2C_DEV_Exception>([&] {
+            try {
+                action();
+            } catch (const VELM_I2C_DEV_Exception& error) {
+                find_error_number(error);
+                throw;
+            }
+        });
     }
-    std::string write(Bytes bytes)
+    /// The code in the innermost exception.
+    void find_error_number(const std::exception& error)
+    {
+        if (const auto* system = dynamic_cast<const std::system_error*>(&error))
+            error_number = system->code().value();
+        try {
+            std::rethrow_if_nested(error);
+        } catch (const std::exception& inner) {
+            find_error_number(inner);
+        }
+    }
+    std::string write(Octets bytes)
     {
         return failure([&] { device.I2CWriteByteArray(bytes.data(), static_cast<int>(bytes.size())); });
     }
@@ -130,12 +135,13 @@ struct Bus : testing::Test
     Temporary_Directory directory;
     std::string path = directory.path + "/i2c-0";
     VELM_I2C_DEV device;
-    Bytes received;
+    Octets received;
+    int error_number = 0;
 };
 
 TEST_F(Bus, Carries_Transactions_To_A_Simulated_Unit)
 {
-    Scripted_Bus bus(path, {{{0}}, {Bytes(301)}});
+    Scripted_Bus bus(path, {{{0}}, {Octets(301)}});
     testing::internal::CaptureStdout();
     device.PrintInfo();
     device.SetDeviceDescription("Fine ADCS module");
@@ -146,26 +152,28 @@ TEST_F(Bus, Carries_Transactions_To_A_Simulated_Unit)
                   "\nAddress:     40 (0x28)\nDescription: Fine ADCS module\n");
     EXPECT_EQ(write({0x01, 0x02}), fine);
     EXPECT_EQ(read(300), fine);
-    EXPECT_EQ(received, Bytes(300));
+    EXPECT_EQ(received, Octets(300));
     device.Disconnect();
     bus.finish();
-    EXPECT_THAT(bus.requests, ElementsAre(Bytes{0x50, 0x01, 0x02}, Bytes{0x51, 0x01, 0x2C}));
+    EXPECT_THAT(bus.requests, ElementsAre(Octets{0x50, 0x01, 0x02}, Octets{0x51, 0x01, 0x2C}));
 }
 
 TEST_F(Bus, Reports_What_A_Simulated_Unit_Answers_And_Goes_On)
 {
-    const std::pair<Bytes, std::string> cases[] = {
-        {{ENXIO}, "(not acknowledged: No such device or address)"},
-        {{EIO, 1, 2}, "(Input/output error)"},
-        {{0, 1}, "(the simulated bus answered with 1 data bytes instead of 2)"},
-        {{0, 1, 2, 3}, "(the simulated bus answered with 3 data bytes instead of 2)"},
-        {{}, "(the simulated bus has gone away)"},
+    const std::tuple<Octets, std::string, int> cases[] = {
+        {{ENXIO}, "(not acknowledged: No such device or address)", ENXIO},
+        {{EREMOTEIO}, "(not acknowledged: Remote I/O error)", EREMOTEIO},
+        {{EIO, 1, 2}, "(Input/output error)", EIO},
+        {{0, 1}, "(the simulated bus answered with 1 data bytes instead of 2)", 0},
+        {{0, 1, 2, 3}, "(the simulated bus answered with 3 data bytes instead of 2)", 0},
+        {{}, "(the simulated bus has gone away)", 0},
     };
-    for (const auto& [reply, reason] : cases) {
+    for (const auto& [reply, reason, code] : cases) {
         SCOPED_TRACE(reason);
         Scripted_Bus bus(path, {{reply}, {{0, 7, 8}}});
         device.Connect(0x28, "i2c-0");
         EXPECT_EQ(read(2), "Cannot read 2 bytes from address 40 (0x28) on " + path + " " + reason);
+        EXPECT_EQ(error_number, code);
         EXPECT_EQ(read(2), fine);
         EXPECT_THAT(received, ElementsAre(7, 8));
         device.Disconnect();
@@ -174,11 +182,7 @@ TEST_F(Bus, Reports_What_A_Simulated_Unit_Answers_And_Goes_On)
 
 TEST_F(Bus, Times_Out_Despite_Signals_And_Drops_The_Late_Answer)
 {
-    struct sigaction action = {};
-    action.sa_handler = [](int) {};
-    ::sigaction(SIGALRM, &action, nullptr);
-    const itimerval often = {{0, 5000}, {0, 5000}}, never = {};
-    ::setitimer(ITIMER_REAL, &often, nullptr);
+    const Interval_Timer timer;
 
     Scripted_Bus bus(path, {{{0, 0x11}, 100ms}, {{0, 0x22}, 2100ms}, {{0, 0x33}}});
     device.Connect(0x28, "i2c-0");
@@ -186,11 +190,11 @@ TEST_F(Bus, Times_Out_Despite_Signals_And_Drops_The_Late_Answer)
     EXPECT_THAT(received, ElementsAre(0x11));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_THAT(read(1), HasSubstr("(the simulated bus does not answer)"));
+    EXPECT_EQ(error_number, ETIMEDOUT);
     EXPECT_GE(std::chrono::steady_clock::now() - start, 2000ms);
     EXPECT_EQ(read(1), fine);
     EXPECT_THAT(received, ElementsAre(0x33));
     device.Disconnect();
-    ::setitimer(ITIMER_REAL, &never, nullptr);
 }
 
 TEST_F(Bus, Uses_Character_Devices_As_The_Kernels_Buses)
@@ -210,15 +214,44 @@ TEST_F(Bus, Uses_Character_Devices_As_The_Kernels_Buses)
         device.Disconnect();
     }
     EXPECT_THAT(connect(0x7F, "i2c-0"), HasSubstr("(Inappropriate ioctl for device)"));
+    EXPECT_EQ(error_number, ENOTTY);
+}
+
+TEST_F(Bus, Reserves_A_Kernels_Bus_Whatever_It_Is_Called)
+{
+    std::filesystem::create_symlink("/dev/null", path);
+    std::filesystem::create_symlink("/dev/null", directory.path + "/i2c-1");
+    VELM_I2C_DEV other;
+    other.Connect(0x28, "i2c-0");
+    device.Connect(0x28, "i2c-1");
+    Octets byte{1};
+    other.I2CWriteByteArray(byte.data(), 1);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(write({1}), fine);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 100ms);
+}
+
+TEST_F(Bus, Gives_A_Transfer_Up_That_Signals_Interrupt_Again_And_Again)
+{
+    std::filesystem::create_symlink("/dev/ptmx", path); // a terminal at which nobody sits
+    device.Connect(0x28, "i2c-0");
+    const Interval_Timer timer;
+    const int before = timer.count;
+    EXPECT_THAT(read(3), HasSubstr("(Interrupted system call)"));
+    EXPECT_GE(timer.count - before, 10) << "it is not given up at the first";
+    device.Disconnect();
 }
 
 TEST_F(Bus, Refuses_What_Cannot_Be_Connected)
 {
     directory.file("plain", "");
     const std::tuple<unsigned int, std::string, std::string> cases[] = {
-        {0x80, "i2c-0", "(an address has 7 bits)"},      {0x28, "missing", "/missing (No such file or directory)"},
-        {0x28, "plain", "/plain (not an I2C bus)"},      {0x28, "", "(a bus is named without its directory"},
-        {0x28, "/dev/i2c-0", "(a bus is named without"}, {0x28, std::string(150, 'x'), "(File name too long)"},
+        {0x80, "i2c-0", "(an address has 7 bits)"},
+        {0x28, "missing", "/missing (No such file or directory): zavra-sim"},
+        {0x28, "plain", "/plain (not an I2C bus)"},
+        {0x28, "", "(a bus is named without its directory"},
+        {0x28, "/dev/i2c-0", "(a bus is named without"},
+        {0x28, std::string(150, 'x'), "(File name too long)"},
     };
     Scripted_Bus bus(path, {});
     std::filesystem::create_symlink(path, directory.path + "/" + std::string(150, 'x'));
@@ -228,6 +261,10 @@ TEST_F(Bus, Refuses_What_Cannot_Be_Connected)
         EXPECT_EQ(write({1}), "Cannot write 1 bytes (not connected)");
     }
     EXPECT_EQ(failure([&] { device.Disconnect(); }), "Cannot disconnect (not connected)");
+    ::unsetenv("VELM_I2C_BUS_DIR");
+    EXPECT_THAT(connect(0x28, "i2c-none"),
+                HasSubstr("/dev/i2c-none (No such file or directory): buses are there when"));
+    ::setenv("VELM_I2C_BUS_DIR", directory.path.c_str(), 1);
 
     device.Connect(0x7F, "i2c-0");
     EXPECT_THAT(connect(0x28, "i2c-0"), HasSubstr("(already connected to address 127 (0x7F) on " + path + ")"));
@@ -235,6 +272,4 @@ TEST_F(Bus, Refuses_What_Cannot_Be_Connected)
     EXPECT_THAT(failure([&] { device.I2CReadByteArray(&byte, -1); }), HasSubstr("(length exceeds limits)"));
     EXPECT_THAT(failure([&] { device.I2CWriteByteArray(nullptr, 1); }), HasSubstr("(data is null)"));
     device.Disconnect();
-}
-
 }

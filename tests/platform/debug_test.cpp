@@ -1,12 +1,7 @@
 #include <VELM_API_Debug.h>
 
-#include <gmock/gmock.h>
-
 #include <stdlib.h>
 #include <unistd.h>
-
-namespace
-{
 
 TEST(Debug, Prints_The_Levels_That_The_Environment_Names)
 {
@@ -16,13 +11,10 @@ TEST(Debug, Prints_The_Levels_That_The_Environment_Names)
         EXPECT_EXIT(
             {
                 variable == nullptr ? ::unsetenv("VELM_DEBUG") : ::setenv("VELM_DEBUG", variable, 1);
-                for (VELM_API_Debug::Level level = 0; level < 70; ++level) {
+                for (VELM_API_Debug::Level level = 0; level < 70; ++level)
                     VELM_API_Debug::dout(level) << level;
-                }
                 ::_exit(0);
             },
             testing::ExitedWithCode(0), testing::Eq(printed));
     }
-}
-
 }

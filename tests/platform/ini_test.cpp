@@ -1,25 +1,19 @@
-#include "temporary_directory.h"
+#include "tests/support/temporary_directory.h"
 
 #include <VELM_INIPARSER.h>
 
-#include <gmock/gmock.h>
+#include <iniparser/iniparser.h>
 
-#include <array>
-
-namespace
-{
-
-using testing::AllOf;
-using testing::HasSubstr;
+using namespace zavra::test;
 
 template <class Action>
-std::string failure(Action action)
+static std::string failure(Action action)
 {
-    return message<VELM_INIPARSER_Exception>(action);
+    return message_of<VELM_INIPARSER_Exception>(action);
 }
 
 template <class T>
-std::string convert(VELM_INIPARSER& ini, const std::string& key)
+static std::string convert(VELM_INIPARSER& ini, const std::string& key)
 {
     T value = 77;
     const bool found = ini.get_value(key, &value) != 0;
@@ -83,6 +77,42 @@ TEST(Ini, Counts_Keys_And_Prints_What_Was_Loaded_Last)
     std::fclose(full);
 }
 
+TEST(Ini, Warns_Of_Sections_And_Keys_That_Merge)
+{
+    Temporary_Directory directory;
+    const std::string path =
+        directory.file("twice.ini", "[S]\na = 1 ; [s]\nA= \\\n2\n\n[T]\na = 3\n#[s]\n [s] \nb = 4\n");
+    const std::string begin = "\033[33mWARNING: INI file " + path + ", line ", end = "\033[0m\n";
+    VELM_INIPARSER ini;
+    ::setenv("VELM_DEBUG", "4", 1);
+    testing::internal::CaptureStderr();
+    ini.load_dict(path.c_str());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              begin + "4: key s:a stands there more than once, the last value counts" + end + begin +
+                  "9: section [s] stands there more than once" + end);
+    EXPECT_EQ(ini.get_number_of_section_keys("s"), 2);
+    EXPECT_EQ(convert<unsigned int>(ini, "s:a"), "2");
+}
+
+static int complaints = 0;
+
+static int complain(const char*, ...)
+{
+    return ++complaints;
+}
+
+TEST(Ini, Leaves_The_Applications_Own_Use_Of_The_Library_Alone)
+{
+    Temporary_Directory directory;
+    VELM_INIPARSER ini;
+    iniparser_set_error_callback(complain);
+    EXPECT_THAT(failure([&] { ini.load_dict(directory.file("bad.ini", "bad\n").c_str()); }), HasSubstr("syntax error"));
+    EXPECT_EQ(complaints, 0);
+    EXPECT_EQ(iniparser_load((directory.path + "/missing.ini").c_str()), nullptr);
+    EXPECT_EQ(complaints, 1);
+    iniparser_set_error_callback(nullptr);
+}
+
 TEST(Ini, Says_Which_File_It_Cannot_Load_And_Why)
 {
     Temporary_Directory directory;
@@ -106,6 +136,4 @@ TEST(Ini, Says_Which_File_It_Cannot_Load_And_Why)
     EXPECT_EQ(failure([&] { ini.dump(stdout); }), "No INI file is loaded");
     EXPECT_EQ(failure([&] { convert<float>(ini, "s:a"); }), "No INI file is loaded");
     EXPECT_NE(failure([&] { ini.load_dict(nullptr); }), "nothing was thrown");
-}
-
 }

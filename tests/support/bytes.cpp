@@ -1,8 +1,5 @@
 #include "bytes.h"
 
-#include <bit>
-#include <cstdio>
-
 namespace zavra::test
 {
 
@@ -44,23 +41,6 @@ Octets with_crc(Octets bytes)
     return bytes;
 }
 
-Payload& Payload::big_endian(unsigned long long value, int size)
-{
-    for (int shift = 8 * (size - 1); shift >= 0; shift -= 8)
-        hexadecimal_ += test::hexadecimal({static_cast<unsigned char>(value >> shift)});
-    return *this;
-}
-
-Payload& Payload::f32(float value)
-{
-    return big_endian(std::bit_cast<unsigned int>(value), 4);
-}
-
-Payload& Payload::f64(double value)
-{
-    return big_endian(std::bit_cast<unsigned long long>(value), 8);
-}
-
 Payload& Payload::f32_range(int first, int last)
 {
     for (int value = first; value <= last; ++value)
@@ -68,12 +48,46 @@ Payload& Payload::f32_range(int first, int last)
     return *this;
 }
 
-Payload& Payload::text(const std::string& characters, std::size_t size)
+Payload& Payload::f32_permuted(int first, const std::vector<int>& in_api)
+{
+    Image api = api_;
+    for (const int place : in_api)
+        append(api, bytes_of(static_cast<float>(first + place)), sizeof(float));
+    f32_range(first, first + static_cast<int>(in_api.size()) - 1);
+    api_ = api;
+    return *this;
+}
+
+Payload& Payload::text(const std::string& characters, std::size_t size, std::size_t terminator)
 {
     Octets bytes(characters.begin(), characters.end());
     bytes.resize(size);
+    wire(bytes);
+    bytes.resize(size + terminator);
+    append(device_, bytes, 1);
+    append(api_, bytes, 1);
+    return *this;
+}
+
+Payload& Payload::wire(const Octets& bytes)
+{
     hexadecimal_ += test::hexadecimal(bytes);
     return *this;
+}
+
+void Payload::append(Image& image, const Octets& bytes, std::size_t alignment)
+{
+    while (image.size() % alignment != 0)
+        image.push_back(-1);
+    image.insert(image.end(), bytes.begin(), bytes.end());
+}
+
+const Payload::Image& Payload::image(Layer layer, std::size_t size, std::size_t alignment) const
+{
+    const Image& image = layer == Layer::device ? device_ : api_;
+    if ((image.size() + alignment - 1) / alignment * alignment != size)
+        throw std::logic_error("The payload has other values than the record has members");
+    return image;
 }
 
 }

@@ -1,23 +1,14 @@
 #include "doubles.h"
 
+#include <charconv>
+
 #include <VELM_API_Debug.h>
 #include <VELM_I2C_DEV.h>
 #include <VELM_INIPARSER.h>
 
-#include <algorithm>
-#include <bit>
-#include <charconv>
-#include <cstdio>
-#include <memory>
-#include <ostream>
-#include <sstream>
-#include <streambuf>
 #include <unistd.h>
 
 namespace zavra::test
-{
-
-namespace
 {
 
 /// Appends what is written to the double's text, at once.
@@ -25,25 +16,24 @@ class Text_Buffer : public std::streambuf
 {
     int_type overflow(int_type c) override
     {
-        double_of_platform().debug += static_cast<char>(c);
+        double_of_platform.debug += static_cast<char>(c);
         return c;
     }
 };
 
 template <class Exception>
-void fail_if(const std::string& message)
+static void fail_if(const std::string& message)
 {
     if (!message.empty())
         throw Exception(message);
 }
 
 template <class T>
-int convert(const std::string& key, T* value)
+static int convert(const std::string& key, T* value)
 {
-    Platform_Double& platform = double_of_platform();
-    fail_if<VELM_INIPARSER_Exception>(platform.value_failure);
-    const auto entry = platform.dictionary.find(key);
-    if (entry == platform.dictionary.end())
+    fail_if<VELM_INIPARSER_Exception>(double_of_platform.value_failure);
+    const auto entry = double_of_platform.dictionary.find(key);
+    if (entry == double_of_platform.dictionary.end())
         return 0;
     const std::string& text = entry->second;
     T converted{};
@@ -54,20 +44,18 @@ int convert(const std::string& key, T* value)
     return 1;
 }
 
-}
-
-std::vector<std::string> Platform_Double::events_of(const std::string& kind) const
+Lines Platform_Double::events_of(const std::string& kind) const
 {
-    std::vector<std::string> found;
+    Lines found;
     for (const std::string& event : events)
         if (event.starts_with(kind))
             found.push_back(event.substr(kind.size()));
     return found;
 }
 
-std::vector<std::string> Platform_Double::dumped() const
+Lines Platform_Double::dumped() const
 {
-    std::vector<std::string> lines;
+    Lines lines;
     std::istringstream text(debug);
     for (std::string line; std::getline(text, line);) {
         // A byte dump closes with a piece whose end stands at the start of the next line.
@@ -83,17 +71,6 @@ std::vector<std::string> Platform_Double::dumped() const
     return lines;
 }
 
-Platform_Double& double_of_platform()
-{
-    static Platform_Double platform;
-    return platform;
-}
-
-Platform_Test::Platform_Test() : platform(double_of_platform())
-{
-    platform = {};
-}
-
 }
 
 using zavra::test::double_of_platform;
@@ -101,46 +78,48 @@ using zavra::test::fail_if;
 
 extern "C" int usleep(useconds_t usec)
 {
-    double_of_platform().events.push_back("sleep " + std::to_string(usec));
+    if (double_of_platform.recording)
+        double_of_platform.events.push_back("sleep " + std::to_string(usec));
     return 0;
 }
 
 struct VELM_I2C_DEV::Private
 {
-    std::string description;
 };
 
 VELM_I2C_DEV::VELM_I2C_DEV() : private_(new Private) {}
 
 VELM_I2C_DEV::~VELM_I2C_DEV()
 {
-    double_of_platform().events.emplace_back("base destroyed");
+    double_of_platform.events.emplace_back("base destroyed");
 }
 
 void VELM_I2C_DEV::Connect(unsigned int address, std::string bus_device_name)
 {
-    fail_if<VELM_I2C_DEV_Exception>(double_of_platform().connect_failure);
-    double_of_platform().events.push_back("connect " + std::to_string(address) + " " + bus_device_name);
+    fail_if<VELM_I2C_DEV_Exception>(double_of_platform.connect_failure);
+    double_of_platform.events.push_back("connect " + std::to_string(address) + " " + bus_device_name);
 }
 
 void VELM_I2C_DEV::Disconnect()
 {
-    fail_if<VELM_I2C_DEV_Exception>(double_of_platform().connect_failure);
-    double_of_platform().events.emplace_back("disconnect");
+    fail_if<VELM_I2C_DEV_Exception>(double_of_platform.connect_failure);
+    double_of_platform.events.emplace_back("disconnect");
 }
 
 void VELM_I2C_DEV::I2CWriteByteArray(unsigned char* data, int length)
 {
-    fail_if<VELM_I2C_DEV_Exception>(double_of_platform().write_failure);
-    double_of_platform().events.push_back("write " + zavra::test::hexadecimal({data, data + length}));
+    fail_if<VELM_I2C_DEV_Exception>(double_of_platform.write_failure);
+    if (double_of_platform.recording)
+        double_of_platform.events.push_back("write " + zavra::test::hexadecimal({data, data + length}));
 }
 
 void VELM_I2C_DEV::I2CReadByteArray(unsigned char* data, int length)
 {
-    auto& platform = double_of_platform();
+    auto& platform = double_of_platform;
     fail_if<VELM_I2C_DEV_Exception>(platform.read_failure);
-    platform.events.push_back("read " + std::to_string(length));
-    std::fill_n(data, length, static_cast<unsigned char>(0xFF));
+    if (platform.recording)
+        platform.events.push_back("read " + std::to_string(length));
+    std::fill_n(data, length, platform.unanswered);
     if (platform.replies.empty())
         return;
     const auto reply = std::move(platform.replies.front());
@@ -150,8 +129,7 @@ void VELM_I2C_DEV::I2CReadByteArray(unsigned char* data, int length)
 
 void VELM_I2C_DEV::SetDeviceDescription(std::string description)
 {
-    double_of_platform().events.push_back("description " + description);
-    private_->description = description;
+    double_of_platform.events.push_back("description " + description);
 }
 
 void VELM_I2C_DEV::PrintInfo()
@@ -166,7 +144,7 @@ std::ostream& VELM_API_Debug::dout(Level level)
     static std::ostream listened(&buffer);
     static std::ostream discarded(nullptr);
     const auto digit = static_cast<char>('0' + level);
-    return double_of_platform().debug_levels.find(digit) == std::string::npos ? discarded : listened;
+    return double_of_platform.debug_levels.find(digit) == std::string::npos ? discarded : listened;
 }
 
 struct VELM_INIPARSER::Private
@@ -177,27 +155,27 @@ VELM_INIPARSER::VELM_INIPARSER() = default;
 
 VELM_INIPARSER::~VELM_INIPARSER()
 {
-    double_of_platform().parser_calls.emplace_back("destroy");
+    double_of_platform.parser_calls.emplace_back("destroy");
 }
 
 void VELM_INIPARSER::load_dict(const char*)
 {
-    double_of_platform().parser_calls.emplace_back("load");
-    fail_if<VELM_INIPARSER_Exception>(double_of_platform().load_failure);
+    double_of_platform.parser_calls.emplace_back("load");
+    fail_if<VELM_INIPARSER_Exception>(double_of_platform.load_failure);
 }
 
 void VELM_INIPARSER::dump(FILE* stream)
 {
-    double_of_platform().parser_calls.emplace_back("dump");
-    fail_if<VELM_INIPARSER_Exception>(double_of_platform().dump_failure);
+    double_of_platform.parser_calls.emplace_back("dump");
+    fail_if<VELM_INIPARSER_Exception>(double_of_platform.dump_failure);
     std::fputs("(dictionary)\n", stream);
 }
 
 int VELM_INIPARSER::get_number_of_section_keys(std::string section)
 {
-    fail_if<VELM_INIPARSER_Exception>(double_of_platform().section_failure);
+    fail_if<VELM_INIPARSER_Exception>(double_of_platform.section_failure);
     return static_cast<int>(std::ranges::count_if(
-        double_of_platform().dictionary, [&](const auto& entry) { return entry.first.starts_with(section + ":"); }));
+        double_of_platform.dictionary, [&](const auto& entry) { return entry.first.starts_with(section + ":"); }));
 }
 
 int VELM_INIPARSER::get_value(std::string key, float* value)
@@ -222,5 +200,5 @@ int VELM_INIPARSER::get_value(std::string key, unsigned long long* value)
 
 void VELM_INIPARSER::free_dict()
 {
-    double_of_platform().parser_calls.emplace_back("free");
+    double_of_platform.parser_calls.emplace_back("free");
 }

@@ -1,13 +1,9 @@
 #include "program.h"
 
-#include "tests/platform/temporary_directory.h"
+using namespace zavra::test;
 
-namespace zavra::test
+struct Check_Test : testing::Test
 {
-
-class Check_Test : public ::testing::Test
-{
-protected:
     /// What `check KIND` says of an example in which one text is replaced.
     std::string checked(const std::string& kind, const std::string& example, const std::string& old_text,
                         const std::string& new_text)
@@ -34,7 +30,8 @@ protected:
 TEST_F(Check_Test, files_are_good_or_told_what_is_wrong_and_where)
 {
     for (const char* good : {"ini " ZAVRA_EXAMPLES_DIR "/velm_zavra_dev_init.ini", "tle " ZAVRA_EXAMPLES_DIR "/iss.tle",
-                             "map " ZAVRA_EXAMPLES_DIR "/zavra_sim_registers.ini"})
+                             "map " ZAVRA_EXAMPLES_DIR "/zavra_sim_registers.ini",
+                             "scenario " ZAVRA_EXAMPLES_DIR "/scenarios/commissioning.toml"})
         EXPECT_EQ(zavractl(std::string("check ") + good).status, 0) << good;
 
     EXPECT_EQ(checked("tle", "iss.tle", "25544U", "25545U"), "FILE:2: wrong checksum in line 1\n");
@@ -43,17 +40,19 @@ TEST_F(Check_Test, files_are_good_or_told_what_is_wrong_and_where)
 
     const char* const ini = "velm_zavra_dev_init.ini";
     EXPECT_THAT(checked("ini", ini, "output_type ", "outputtype "),
-                testing::MatchesRegex("FILE:[0-9]+: section \\[zavra_dev_init_gyro0\\] has no output_type\n"
-                                      "FILE:[0-9]+: outputtype is no parameter of this sensor\n"));
+                MatchesRegex("FILE:[0-9]+: section \\[zavra_dev_init_gyro0\\] has no output_type\n"
+                             "FILE:[0-9]+: outputtype is no parameter of this sensor\n"));
     EXPECT_THAT(checked("ini", ini, "bias_counter ", "bias_counter = x ;"),
-                testing::MatchesRegex("FILE:[0-9]+: bias_counter is not a number of type uint32\n"));
+                MatchesRegex("FILE:[0-9]+: bias_counter is not a number of type uint32\n"));
     EXPECT_THAT(checked("ini", ini, "[zavra_dev_init_gyro1]", "[zavra_dev_init_gyro7]"),
-                testing::MatchesRegex("FILE:[0-9]+: section \\[zavra_dev_init_gyro7\\] is that of no sensor\n"));
+                MatchesRegex("FILE:[0-9]+: section \\[zavra_dev_init_gyro7\\] is that of no sensor\n"));
     EXPECT_THAT(checked("ini", ini, "[zavra_dev_init_gyro1]", "[zavra_dev_init_gyro1"),
-                testing::StartsWith("FILE: Cannot load INI file FILE ("));
+                StartsWith("FILE: Cannot load INI file FILE ("));
+    EXPECT_THAT(checked("scenario", "scenarios/commissioning.toml", "[[event]]",
+                        "[[event]]\nfualt = 1\n[[event]]\nat = -1\n[[event]]"),
+                MatchesRegex("FILE:[0-9]+: event: there is no key \"fualt\"\n"
+                             "FILE:[0-9]+: at: expected a number of seconds, got -1\n"));
     EXPECT_THAT(checked("map", "zavra_sim_registers.ini", "0 = alive", "32 = alive"),
-                testing::MatchesRegex("FILE:? ?line [0-9]+, section \\[livelyhood\\], key \"32\": the key is not a bit "
-                                      "number from 0 to 31\n"));
-}
-
+                MatchesRegex("FILE:? ?line [0-9]+, section \\[livelyhood\\], key \"32\": the key is not a bit "
+                             "number from 0 to 31\n"));
 }

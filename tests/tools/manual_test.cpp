@@ -1,18 +1,10 @@
 #include "shell.h"
 
 #include <fnmatch.h>
-#include <vector>
 
-namespace
-{
+using namespace zavra::test;
 
-struct Example
-{
-    std::string command;
-    std::string pattern; ///< of the output; "..." stands for anything
-};
-
-std::string glob(const std::string& text)
+static std::string glob(const std::string& text)
 {
     std::string pattern;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -27,10 +19,10 @@ std::string glob(const std::string& text)
     return pattern;
 }
 
-/// Indented lines: "$ command", then what it prints.
-std::vector<Example> examples()
+/// Commands and the patterns of their output. Indented lines: "$ command", then what it prints; "..." is anything.
+static std::vector<std::pair<std::string, std::string>> examples()
 {
-    std::vector<Example> found;
+    std::vector<std::pair<std::string, std::string>> found;
     std::ifstream manual(ZAVRA_MANUAL);
     bool in_example = false;
     for (std::string line; std::getline(manual, line);) {
@@ -38,7 +30,7 @@ std::vector<Example> examples()
             found.push_back({line.substr(6), ""});
             in_example = true;
         } else if (in_example && line.starts_with("    ")) {
-            found.back().pattern += glob(line.substr(4)) + '\n';
+            found.back().second += glob(line.substr(4)) + '\n';
         } else {
             in_example = false;
         }
@@ -46,16 +38,14 @@ std::vector<Example> examples()
     return found;
 }
 
-}
-
 TEST_F(Shell_Test, every_example_of_the_manual_works_and_prints_what_the_manual_says)
 {
     const auto all = examples();
     EXPECT_GT(all.size(), 25U);
-    for (const Example& example : all) {
-        SCOPED_TRACE(example.command);
-        const std::string output = run(example.command);
+    for (const auto& [command, pattern] : all) {
+        SCOPED_TRACE(command);
+        const std::string output = run(command);
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(::fnmatch(example.pattern.c_str(), output.c_str(), 0), 0) << output;
+        EXPECT_EQ(::fnmatch(pattern.c_str(), output.c_str(), 0), 0) << output;
     }
 }

@@ -1,23 +1,15 @@
-#include "device/protocol/commands.h"
+#include "catalogue/commands.h"
 #include "tests/support/simulated_bus.h"
 #include "tools/arguments.h"
 #include "tools/commands.h"
 #include "tools/method.h"
 
-#include <gmock/gmock.h>
-#include <iostream>
-#include <set>
-
-namespace zavra::test
-{
-
-using namespace tools;
-
-namespace
-{
+using namespace zavra;
+using namespace zavra::test;
+using namespace zavra::tools;
 
 /// A different value for every number, within every range that the unit checks.
-Json some_value(const Leaf& leaf, unsigned int number)
+static Json some_value(const Leaf& leaf, unsigned int number)
 {
     if (leaf.path == "index" || leaf.path.ends_with("_index"))
         return 0U;
@@ -33,7 +25,7 @@ Json some_value(const Leaf& leaf, unsigned int number)
     }
 }
 
-Json some_arguments(const Method& method)
+static Json some_arguments(const Method& method)
 {
     Json arguments = Json::object();
     unsigned int number = 0;
@@ -47,12 +39,11 @@ Json some_arguments(const Method& method)
     return arguments;
 }
 
-}
-
 TEST(Method_Test, the_table_has_every_command_of_the_protocol_once)
 {
     std::multiset<std::string> expected;
-    std::apply([&](const auto&... command) { (expected.insert(command.method), ...); }, protocol::commands);
+    for (const Described_Command& command : described_commands())
+        expected.insert(command.method);
     std::multiset<std::string> found;
     for (const Method& method : methods())
         if (method.identifier != 0)
@@ -110,6 +101,4 @@ TEST(Method_Test, every_everyday_command_has_its_methods)
             EXPECT_TRUE(name == nullptr || find_method(name) != nullptr) << name;
         EXPECT_TRUE(each.getter != nullptr || each.setter != nullptr);
     }
-}
-
 }

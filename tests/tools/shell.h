@@ -1,15 +1,15 @@
 #pragma once
 
-#include "tests/platform/temporary_directory.h"
+#include "tests/support/temporary_directory.h"
 
-#include <cstdio>
-#include <gmock/gmock.h>
 #include <sys/wait.h>
 
-/// The program as a shell meets it, in a directory of its own.
-class Shell_Test : public ::testing::Test
+namespace zavra::test
 {
-protected:
+
+/// The program as a shell meets it, in a directory of its own.
+struct Shell_Test : testing::Test
+{
     Shell_Test()
     {
         namespace fs = std::filesystem;
@@ -37,3 +37,5 @@ protected:
     Temporary_Directory directory;
     int status = -1;
 };
+
+}

@@ -1,0 +1,108 @@
+#include "scenario.h"
+
+#include <algorithm>
+#include <iostream>
+#include <stdexcept>
+#include <toml++/toml.h>
+
+namespace zavra::simulator
+{
+
+namespace
+{
+
+Json json_of(const toml::node& node)
+{
+    if (const auto* table = node.as_table()) {
+        Json object = Json::object();
+        for (const auto& [key, value] : *table)
+            object[std::string(key.str())] = json_of(value);
+        return object;
+    }
+    if (const auto* array = node.as_array()) {
+        Json list = Json::array();
+        for (const auto& value : *array)
+            list.push_back(json_of(value));
+        return list;
+    }
+    if (const auto* text = node.as_string())
+        return text->get();
+    if (const auto* integer = node.as_integer())
+        return integer->get();
+    if (const auto* number = node.as_floating_point())
+        return json::number(number->get());
+    if (const auto* boolean = node.as_boolean())
+        return boolean->get();
+    throw std::invalid_argument("dates and times have no meaning here");
+}
+
+std::string located(const std::string& file, const Scenario::Problem& problem)
+{
+    return "Scenario " + file + (problem.line == 0 ? "" : ":" + std::to_string(problem.line)) + ": " + problem.text;
+}
+
+}
+
+Scenario::Scenario(const std::filesystem::path& file) : file_(file.string())
+{
+    std::vector<Problem> problems;
+    read(problems);
+    if (!problems.empty())
+        throw std::runtime_error(located(file_, problems.front()));
+}
+
+std::vector<Scenario::Problem> Scenario::problems(const std::filesystem::path& file)
+{
+    std::vector<Problem> problems;
+    Scenario scenario;
+    scenario.file_ = file.string();
+    scenario.read(problems);
+    return problems;
+}
+
+void Scenario::read(std::vector<Problem>& problems)
+{
+    toml::table table;
+    try {
+        table = toml::parse_file(file_);
+    } catch (const toml::parse_error& error) {
+        problems.push_back({error.source().begin.line, std::string(error.description())});
+        return;
+    }
+    for (const auto& [key, value] : table) {
+        const auto* list = value.as_array();
+        if (key.str() != "event" || list == nullptr) {
+            problems.push_back(
+                {key.source().begin.line, "expected only tables [[event]], found \"" + std::string(key.str()) + '"'});
+            continue;
+        }
+        for (const toml::node& node : *list) {
+            const std::size_t line = node.source().begin.line;
+            try {
+                events_.push_back({Event(json_of(node)), line});
+            } catch (const std::invalid_argument& error) {
+                problems.push_back({line, error.what()});
+            }
+        }
+    }
+}
+
+void Scenario::play(Test_Bench& bench, const std::vector<unsigned int>& addresses) const
+{
+    for (const auto& [event, line] : events_)
+        if (event.address && std::find(addresses.begin(), addresses.end(), *event.address) == addresses.end())
+            throw std::runtime_error(
+                located(file_, {line, "address: there is no unit at " + std::to_string(*event.address)}));
+    for (const auto& [event, line] : events_)
+        for (const unsigned int address : addresses)
+            if (event.address.value_or(address) == address)
+                bench.time.at(event.time, [&unit = bench.unit(address), event = event] {
+                    try {
+                        event.happen(unit);
+                    } catch (const std::runtime_error& error) {
+                        std::cerr << std::string("Scenario: ") + error.what() + "\n" << std::flush;
+                    }
+                });
+}
+
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "../satellite/measurements.h"
+#include "actuators.h"
+#include "controllers.h"
+#include "modes.h"
+#include "sensors.h"
+#include "startracker_orbit.h"
+#include "system.h"
+#include "unit_time.h"
+
+namespace zavra::simulator
+{
+
+/// The parts of the simulated unit, each with the commands it executes and the settings it keeps.
+struct Unit_Parts
+{
+    Unit_Parts(Command_Table& commands, const Clock& clock, World& world)
+        : time(clock),
+          system(commands, time),
+          sensors(commands, time, world),
+          startracker_orbit(commands, time, world),
+          actuators(commands, time, world),
+          controllers(commands, time, world),
+          modes(commands, time, world, actuators)
+    {
+    }
+
+    /// Power cycle: time restarts, settings are lost.
+    void reset()
+    {
+        time.reset();
+        system.reset();
+        sensors.reset();
+        startracker_orbit.reset();
+        actuators.reset();
+        controllers.reset();
+        modes.reset();
+    }
+
+    /// What the on-board software gets for what the sensors gave: biases are removed where that is switched on, and
+    /// injected values stand for measured ones.
+    Measurements seen_through_injections(const Measurements& sensed) const;
+
+    Unit_Time time;
+    System system;
+    Sensors sensors;
+    Startracker_Orbit startracker_orbit;
+    Actuators actuators;
+    Controllers controllers;
+    Modes modes;
+};
+
+}
