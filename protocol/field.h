@@ -49,11 +49,16 @@ inline constexpr Single_Byte single_byte;
 
 }
 
-template <class T, class Field_Style = Plain>
+/// What people read a number of a style in, where its field does not say.
+template <class Field_Style>
+inline constexpr unsigned usual_base = std::same_as<Field_Style, Hexadecimal> ? 16 : 10;
+
+template <class T, class Field_Style = Plain, unsigned number_base = usual_base<Field_Style>>
 struct Field
 {
     using Value = T;
     using Style = Field_Style;
+    static constexpr unsigned base = number_base;
 
     constexpr Field(const char* field_name, T& field_value, Field_Style = {})
         : name(field_name),
@@ -69,13 +74,9 @@ struct Field
         return field;
     }
 
-    /// For the numbers that people read in another base than the dump's: registers in 16, counters in 10.
-    constexpr Field in_base(unsigned char people_read_it_in) const
-    {
-        Field field = *this;
-        field.base = people_read_it_in;
-        return field;
-    }
+    // For the numbers that people read in another base than the dump's: registers in 16, counters in 10.
+    constexpr Field<T, Style, 16> in_hexadecimal() const { return in_base<16>(); }
+    constexpr Field<T, Style, 10> in_decimal() const { return in_base<10>(); }
 
     /// For the fields that the dump prints under another name than their own.
     constexpr Field labelled(const char* dump_label) const
@@ -88,8 +89,17 @@ struct Field
     const char* name;
     const char* label;
     const char* unit = "";
-    unsigned char base = std::same_as<Style, Hexadecimal> ? 16 : 10;
     T& value;
+
+private:
+    template <unsigned people_read_it_in>
+    constexpr Field<T, Style, people_read_it_in> in_base() const
+    {
+        Field<T, Style, people_read_it_in> field{name, value};
+        field.label = label;
+        field.unit = unit;
+        return field;
+    }
 };
 
 /// Bytes on the wire that belong to no field.

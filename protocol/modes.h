@@ -146,7 +146,7 @@ template <>
 inline constexpr auto field_list<ZAVRA_100_TargetPointing_Operation_Data_Telemetry> = [](auto& r) {
     return List{Field{"CURRENT_EPOCH_TIME_MSEC", r.current_epoch_time_msec}.in("ms"),
                 Field{"NEXT_ACTION_EPOCH_TIME_MSEC", r.next_action_epoch_time_msec}.in("ms"),
-                Field{"MAIN_REGISTER", r.main_register}.in_base(16),
+                Field{"MAIN_REGISTER", r.main_register}.in_hexadecimal(),
                 Field{"CURRENT_STATE", r.current_state},
                 Field{"STATE_TARGET", r.state_target},
                 Field{"PREALIGNMENT_IS_READY", r.prealignment_is_ready},

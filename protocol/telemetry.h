@@ -50,8 +50,8 @@ inline constexpr auto field_list<ZAVRA_100_Standard_Telemetry> = [](auto& r) {
                 Field{"SAT_SCHEDULER_REGISTER", r.sat_scheduler_register, style::hexadecimal},
                 Field{"INTERNAL_USE_1", r.internal_use_1, style::hexadecimal},
                 Field{"INTERNAL_USE_2", r.internal_use_2, style::hexadecimal},
-                Field{"NUMBER_OF_RECEIVED_COMMANDS", r.number_of_received_commands, style::hexadecimal}.in_base(10),
-                Field{"NUMBER_OF_FAILED_COMMANDS", r.number_of_failed_commands, style::hexadecimal}.in_base(10),
+                Field{"NUMBER_OF_RECEIVED_COMMANDS", r.number_of_received_commands, style::hexadecimal}.in_decimal(),
+                Field{"NUMBER_OF_FAILED_COMMANDS", r.number_of_failed_commands, style::hexadecimal}.in_decimal(),
                 Field{"INTERNAL_USE_3", r.internal_use_3, style::hexadecimal}};
 };
 
