@@ -46,7 +46,9 @@ void Star_Tracker::measure(const Satellite& truth, const Star_Tracker_Settings& 
                            Measured<Eigen::Quaterniond>& attitude)
 {
     // x, y, z of the detector: any two axes across the line of sight.
-    const Eigen::Quaterniond to_body = Eigen::Quaterniond::FromTwoVectors(Eigen::Vector3d::UnitZ(), settings.axis);
+    const Eigen::Vector3d x = settings.axis.unitOrthogonal();
+    Eigen::Matrix3d to_body;
+    to_body << x, settings.axis.cross(x), settings.axis;
     const Eigen::Vector3d sigma{settings.noise_across_rad, settings.noise_across_rad, settings.noise_along_rad};
     const Eigen::Vector3d noise = to_body * sigma.cwiseProduct(noise_.normal_vector());
     sees_ = attitude.valid = sees(truth, settings);
@@ -54,7 +56,7 @@ void Star_Tracker::measure(const Satellite& truth, const Star_Tracker_Settings& 
         return;
     attitude.value = turned(truth.attitude(), noise);
     attitude.time = truth.time();
-    from_inertial_ = to_body.toRotationMatrix().transpose() * body_from_inertial(truth.attitude());
+    from_inertial_ = to_body.transpose() * body_from_inertial(truth.attitude());
 }
 
 std::vector<Star_Tracker::Event> Star_Tracker::events(std::size_t most) const
