@@ -31,6 +31,9 @@ std::vector<Finding> check_map(const std::string& file);
 /// What does not make sense in a scenario of the simulated unit.
 std::vector<Finding> check_scenario(const std::string& file);
 
+/// What keeps a satellite file from being read, and what makes little sense in it.
+std::vector<Finding> check_satellite(const std::string& file);
+
 /// A file to be read as it comes.
 /// @throws Usage_Error  naming the file and the system's reason
 std::ifstream open_file(const std::string& file);

@@ -255,6 +255,7 @@ void Command_Line::add_offline()
         {"check tle", "Two-line element set", check_tle},
         {"check map", "Register map", check_map},
         {"check scenario", "Scenario of the simulated unit", check_scenario},
+        {"check satellite", "Satellite behind the simulated unit", check_satellite},
     };
     for (const auto& [words, help, check] : checks) {
         CLI::App* const app = command(words, help);

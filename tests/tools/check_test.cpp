@@ -31,7 +31,8 @@ TEST_F(Check_Test, files_are_good_or_told_what_is_wrong_and_where)
 {
     for (const char* good : {"ini " ZAVRA_EXAMPLES_DIR "/velm_zavra_dev_init.ini", "tle " ZAVRA_EXAMPLES_DIR "/iss.tle",
                              "map " ZAVRA_EXAMPLES_DIR "/zavra_sim_registers.ini",
-                             "scenario " ZAVRA_EXAMPLES_DIR "/scenarios/commissioning.toml"})
+                             "scenario " ZAVRA_EXAMPLES_DIR "/scenarios/commissioning.toml",
+                             "satellite " ZAVRA_EXAMPLES_DIR "/satellites/3u.toml"})
         EXPECT_EQ(zavractl(std::string("check ") + good).status, 0) << good;
 
     EXPECT_EQ(checked("tle", "iss.tle", "25544U", "25545U"), "FILE:2: wrong checksum in line 1\n");
@@ -52,6 +53,10 @@ TEST_F(Check_Test, files_are_good_or_told_what_is_wrong_and_where)
                         "[[event]]\nfualt = 1\n[[event]]\nat = -1\n[[event]]"),
                 MatchesRegex("FILE:[0-9]+: event: there is no key \"fualt\"\n"
                              "FILE:[0-9]+: at: expected a number of seconds, got -1\n"));
+    EXPECT_THAT(checked("satellite", "satellites/3u.toml", "inertia_kgm2", "inertia"),
+                MatchesRegex("FILE:[0-9]+: body.inertia_kgm2 has not 3 or 9 numbers\n"));
+    EXPECT_THAT(checked("satellite", "satellites/3u.toml", "2018-01-20", "2018-03-20"),
+                MatchesRegex("FILE:[0-9]+: .*days.*"));
     EXPECT_THAT(checked("map", "zavra_sim_registers.ini", "0 = alive", "32 = alive"),
                 MatchesRegex("FILE:? ?line [0-9]+, section \\[livelyhood\\], key \"32\": the key is not a bit "
                              "number from 0 to 31\n"));
