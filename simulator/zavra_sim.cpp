@@ -84,9 +84,7 @@ std::optional<Satellite_Settings> satellite_of(const Options& options)
 try {
     if (options.satellite.empty())
         return std::nullopt;
-    constexpr double max_factor = 1000; // the control ticks keep up with on one core
-    if (options.time_factor > max_factor)
-        throw Usage_Error("A satellite keeps up with a time factor of at most 1000");
+    checked_time_factor(options.time_factor, true);
     if (options.addresses.size() > 1 && !options.record.empty())
         throw Usage_Error("A record is of one unit");
     const Satellite_File file{options.satellite};

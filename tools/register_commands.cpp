@@ -36,9 +36,14 @@ Device_Action registers_action(const std::string& map_file)
         ZAVRA_100_Standard_Telemetry telemetry;
         unit.device.Get_Standard_Telemetry(&telemetry);
         Answer answer;
-        for (unsigned int which = 0; which < std::size(register_sources); ++which) {
-            const auto reading =
-                map.Decode(static_cast<VELM_ZAVRA_API_REGISTERS>(which), telemetry.*register_sources[which].word);
+        std::vector<VELM_ZAVRA_API_REGISTER> readings;
+        for (unsigned int which = 0; which < std::size(register_sources); ++which)
+            readings.push_back(
+                map.Decode(static_cast<VELM_ZAVRA_API_REGISTERS>(which), telemetry.*register_sources[which].word));
+        unsigned int hil_configuration = 0;
+        unit.device.Get_HIL_Configuration(&hil_configuration);
+        readings.push_back(map.Decode(VELM_ZAVRA_API_HIL_CONFIGURATION, hil_configuration));
+        for (const auto& reading : readings) {
             answer.value[reading.name] = {{"value", reading.value}, {"flags", names_of_set_flags(reading)}};
             answer.leaves.push_back(
                 {reading.name, '/' + reading.name + "/value", "", Leaf::Kind::unsigned_integer, 32, true});

@@ -153,7 +153,7 @@ Device_Action init_action(const std::string& file)
     return {[ini](Unit& unit) {
                 Answer answer;
                 for (const auto& [section, configure] : ini->sensors) {
-                    unit.command("the parameters of " + section, configure);
+                    unit.command("the configuration of " + section, configure);
                     answer.leaves.push_back({section, '/' + section, "", Leaf::Kind::text});
                     answer.value[section] = "configured";
                 }

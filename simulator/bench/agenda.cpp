@@ -6,8 +6,11 @@
 namespace zavra::simulator
 {
 
-double checked_time_factor(double factor)
+double checked_time_factor(double factor, bool with_satellite)
 {
+    constexpr double satellite_max = 1000; // its control ticks keep up with on one core
+    if (with_satellite && factor > satellite_max)
+        throw std::invalid_argument("A satellite keeps up with a time factor of at most 1000");
     if (!(factor >= 0.001 && factor <= 1e6))
         throw std::invalid_argument("A time factor is a number from 0.001 to 1000000");
     return factor;

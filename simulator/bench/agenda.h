@@ -70,7 +70,7 @@ private:
     static constexpr Time::rep not_held = -1;
 };
 
-/// @throws std::invalid_argument  unless it is a number from 0.001 to 1000000
-double checked_time_factor(double factor);
+/// @throws std::invalid_argument  unless it is a number from 0.001 to 1000000, or to 1000 with a satellite
+double checked_time_factor(double factor, bool with_satellite = false);
 
 }

@@ -32,7 +32,7 @@ struct Time_Change
     Clock::Time leap{0};
 };
 
-Time_Change time_change(const Json& request)
+Time_Change time_change(const Test_Bench& bench, const Json& request)
 {
     json::expect_object(request, "time");
     for (const auto& [key, value] : request.items())
@@ -40,7 +40,7 @@ Time_Change time_change(const Json& request)
             json::fail("time", "there is no \"" + key + "\"; there is factor, advance");
     Time_Change change;
     if (const auto factor = request.find("factor"); factor != request.end())
-        change.factor = checked_time_factor(json::to_number(*factor, "time.factor"));
+        change.factor = checked_time_factor(json::to_number(*factor, "time.factor"), bench.has_satellite());
     if (const auto advance = request.find("advance"); advance != request.end())
         change.leap = seconds(*advance, "time.advance");
     return change;
@@ -55,7 +55,7 @@ void obey(Test_Bench& bench, Json request)
     std::optional<Event> event;
     Time_Change change;
     if (const auto found = request.find("time"); found != request.end()) {
-        change = time_change(*found);
+        change = time_change(bench, *found);
         request.erase(found);
     }
     const bool only_address = request.size() == 1 && request.contains("address");

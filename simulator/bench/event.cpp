@@ -181,7 +181,15 @@ void Event::happen(Test_Bench::Unit& unit) const
 Json to_json(Test_Bench::Unit& unit)
 {
     const auto guard = unit.unit.lock();
-    return zavra::to_json(unit.world);
+    if (!unit.satellite)
+        return zavra::to_json(unit.world);
+    Canned_World measured;
+    measured.angular_velocity = unit.satellite->angular_velocity_radps();
+    measured.magnetic_field = unit.satellite->magnetic_field_t();
+    measured.sun = unit.satellite->sun_vector();
+    measured.quaternion = unit.satellite->attitude();
+    measured.temperature = unit.satellite->temperature_degc();
+    return zavra::to_json(measured);
 }
 
 }

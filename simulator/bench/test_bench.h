@@ -72,6 +72,8 @@ public:
         return devices;
     }
 
+    bool has_satellite() const { return units_.begin()->second->satellite != nullptr; }
+
     Agenda time;
 
 private:

@@ -113,8 +113,10 @@ TEST_F(Connected_Test, reads_and_sets_a_unit)
     EXPECT_LE(std::abs(time.at("ahead_of_host_msec").get<long long>()), 1000);
 
     unit.parts.system.error_register = 1;
-    EXPECT_THAT(zavractl("registers").out, HasSubstr("system_error            0x00000001\n"
-                                                     "system_error.flags      command_error_0\n"));
+    EXPECT_EQ(zavractl("system hil 0x80000001").status, 0);
+    EXPECT_THAT(zavractl("registers").out, EndsWith("hil_configuration.flags  bit_00 bit_31\n"));
+    EXPECT_THAT(zavractl("registers").out, HasSubstr("system_error             0x00000001\n"
+                                                     "system_error.flags       command_error_0\n"));
 }
 
 TEST_F(Connected_Test, parameters_that_are_not_given_stay_as_the_unit_has_them)

@@ -1,6 +1,7 @@
 #include "program.h"
 
 #include "simulator/bench/control_server.h"
+#include "simulator/bench/satellite_file.h"
 #include "tests/support/bytes.h"
 
 using namespace zavra::simulator;
@@ -48,4 +49,37 @@ TEST(Sim_Test, the_surroundings_of_a_running_unit_are_shown_and_changed)
     const Ran ran = sim("--bus i2c-1 time");
     EXPECT_EQ(ran.status, 1);
     EXPECT_THAT(ran.errors, HasSubstr("/i2c-1.control (No such file or directory)"));
+}
+
+TEST(Sim_Test, a_satellite_shows_what_its_sensors_give_and_keeps_up_with_its_time)
+{
+    const Temporary_Directory directory;
+    const Manual_Clock clock;
+    Satellite_Settings satellite = Satellite_File(ZAVRA_EXAMPLES_DIR "/satellites/3u.toml").settings;
+    satellite.sensors = {};
+    Test_Bench bench{clock, {.satellite = satellite}};
+    const Bus_Server bus{directory.path, "i2c-0", bench.devices()};
+    const Control_Server control{bench, bus.path()};
+    const auto sim = [&](const std::string& words) {
+        return zavractl("--bus-dir " + directory.path + " sim " + words);
+    };
+    EXPECT_THAT(sim("world").out, HasSubstr("angular_velocity_radps.x  0.17"));
+    EXPECT_THAT(sim("world temperature_degc=-5").errors, HasSubstr("has no meaning in a satellite"));
+    EXPECT_EQ(sim("time factor=1000").status, 0);
+    EXPECT_THAT(sim("time factor=1001").errors, HasSubstr("A satellite keeps up with a time factor of at most 1000"));
+}
+
+TEST(Sim_Test, init_tells_a_sensor_that_was_not_configured)
+{
+    const Temporary_Directory directory;
+    const Manual_Clock clock;
+    Test_Bench bench{clock, {.unit = {.latency = Clock::Time(0)}}};
+    const Bus_Server bus{directory.path, "i2c-0", bench.devices()};
+    const std::string init = "--bus-dir " + directory.path + " init " ZAVRA_EXAMPLES_DIR "/velm_zavra_dev_init.ini";
+    EXPECT_THAT(zavractl(init).out, EndsWith("  configured\n"));
+
+    bench.unit().faults.set_rate({Fault::request, 0.4});
+    const Ran damaged = zavractl(init);
+    EXPECT_EQ(damaged.status, 1);
+    EXPECT_THAT(damaged.errors, HasSubstr("the unit did not take the configuration of zavra_dev_init_"));
 }
