@@ -12,7 +12,7 @@ declare -A packages=(
     [package]="dpkg-dev file"
     [abi]="abigail-tools python3"
     [docs]="doxygen groff-base"
-    [ground]="sigrok-cli libxml2-utils prometheus"
+    [ground]="sigrok-cli libxml2-utils prometheus influxdb influxdb-client"
     [kaitai]="npm python3-kaitaistruct python3-yaml"
     [rehearsal]="qemu-system-arm libusbredirparser-dev cpio kmod"
 )
