@@ -119,6 +119,13 @@ public:
             usbredirparser_free_packet_data(of(self).parser_.get(), data);
             of(self).serve_control(id, *packet, std::move(bytes));
         };
+        parser_->start_iso_stream_func = ignore;
+        parser_->stop_iso_stream_func = ignore;
+        parser_->start_interrupt_receiving_func = ignore;
+        parser_->stop_interrupt_receiving_func = ignore;
+        parser_->bulk_packet_func = ignore_data;
+        parser_->iso_packet_func = ignore_data;
+        parser_->interrupt_packet_func = ignore_data;
         parser_->cancel_data_packet_func = [](void* self, std::uint64_t id) { of(self).cancel(id); };
 
         std::uint32_t capabilities[USB_REDIR_CAPS_SIZE] = {};
@@ -141,6 +148,18 @@ public:
 
 private:
     static Machine& of(void* self) { return *static_cast<Machine*>(self); }
+
+    /// What is meant for endpoints that there are not.
+    template <class Header>
+    static void ignore(void*, std::uint64_t, Header*)
+    {
+    }
+
+    template <class Header>
+    static void ignore_data(void* self, std::uint64_t, Header*, std::uint8_t* data, int)
+    {
+        usbredirparser_free_packet_data(of(self).parser_.get(), data);
+    }
 
     static int outcome(ssize_t size)
     {
