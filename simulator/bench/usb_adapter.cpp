@@ -1,7 +1,6 @@
 #include "usb_adapter.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -13,6 +12,8 @@
 #include <sys/socket.h>
 #include <utility>
 
+#include <linux/i2c.h>
+#include <linux/usb/ch9.h>
 #include <usbredirparser.h>
 
 namespace zavra::simulator
@@ -21,57 +22,50 @@ namespace zavra::simulator
 namespace
 {
 
-// USB 2.0, chapter 9.
-constexpr unsigned int request_to_host = 0x80;
-constexpr unsigned int request_type_mask = 0x60;
-constexpr unsigned int standard_request = 0x00;
-constexpr unsigned int vendor_request = 0x40;
-constexpr unsigned char get_status = 0;
-constexpr unsigned char get_descriptor = 6;
-constexpr unsigned char vendor_class = 0xFF;
 constexpr unsigned char control_packet_bytes = 8;
 
-constexpr std::uint16_t vendor_id = 0x0403; // what the driver looks for
-constexpr std::uint16_t product_id = 0xC631;
+constexpr usb_device_descriptor device_descriptor{.bLength = USB_DT_DEVICE_SIZE,
+                                                  .bDescriptorType = USB_DT_DEVICE,
+                                                  .bcdUSB = 0x0110,
+                                                  .bDeviceClass = USB_CLASS_VENDOR_SPEC,
+                                                  .bDeviceSubClass = 0,
+                                                  .bDeviceProtocol = 0,
+                                                  .bMaxPacketSize0 = control_packet_bytes,
+                                                  .idVendor = 0x0403, // what the driver looks for
+                                                  .idProduct = 0xC631,
+                                                  .bcdDevice = 0x0100,
+                                                  .iManufacturer = 0,
+                                                  .iProduct = 0,
+                                                  .iSerialNumber = 0,
+                                                  .bNumConfigurations = 1};
 
-constexpr unsigned char low(unsigned int value)
+/// The interface has no endpoints beside the control pipe.
+constexpr struct
 {
-    return static_cast<unsigned char>(value & 0xFFU);
-}
-
-constexpr unsigned char high(unsigned int value)
-{
-    return low(value >> 8U);
-}
-
-constexpr std::array<unsigned char, 18> device_descriptor{18,
-                                                          1,
-                                                          0x10,
-                                                          0x01,
-                                                          vendor_class,
-                                                          0,
-                                                          0,
-                                                          control_packet_bytes,
-                                                          low(vendor_id),
-                                                          high(vendor_id),
-                                                          low(product_id),
-                                                          high(product_id),
-                                                          0x00,
-                                                          0x01,
-                                                          0,
-                                                          0,
-                                                          0,
-                                                          1};
-/// One configuration, whose interface has no endpoints beside the control pipe; 100 mA from the bus.
-constexpr std::array<unsigned char, 18> configuration_descriptor{9, 2, 18,           0, 1, 1, 0, 0x80, 50, 9, 4, 0,
-                                                                 0, 0, vendor_class, 0, 0, 0};
+    usb_config_descriptor configuration{.bLength = USB_DT_CONFIG_SIZE,
+                                        .bDescriptorType = USB_DT_CONFIG,
+                                        .wTotalLength = USB_DT_CONFIG_SIZE + USB_DT_INTERFACE_SIZE,
+                                        .bNumInterfaces = 1,
+                                        .bConfigurationValue = 1,
+                                        .iConfiguration = 0,
+                                        .bmAttributes = USB_CONFIG_ATT_ONE,
+                                        .bMaxPower = 50}; // 100 mA
+    usb_interface_descriptor setting{.bLength = USB_DT_INTERFACE_SIZE,
+                                     .bDescriptorType = USB_DT_INTERFACE,
+                                     .bInterfaceNumber = 0,
+                                     .bAlternateSetting = 0,
+                                     .bNumEndpoints = 0,
+                                     .bInterfaceClass = USB_CLASS_VENDOR_SPEC,
+                                     .bInterfaceSubClass = 0,
+                                     .bInterfaceProtocol = 0,
+                                     .iInterface = 0};
+} configuration_descriptor;
 
 /// What the driver asks for. The last one has two more bits, for the first and for the last message of a transaction.
 enum Adapter_Request : unsigned char { echo, get_functionality, set_delay, get_acknowledgement, transfer_bytes };
 constexpr unsigned int place_in_transaction = 3;
 
-/// I2C_FUNC_I2C and I2C_FUNC_SMBUS_EMUL of linux/i2c.h, little-endian.
-constexpr std::array<unsigned char, 4> functionality{0x01, 0x00, 0xFF, 0x0E};
+constexpr std::uint32_t functionality = I2C_FUNC_I2C | I2C_FUNC_SMBUS_EMUL;
 constexpr unsigned char acknowledged = 1;
 constexpr unsigned char not_acknowledged = 2;
 
@@ -171,7 +165,7 @@ private:
     {
         usb_redir_interface_info_header interfaces{};
         interfaces.interface_count = 1;
-        interfaces.interface_class[0] = vendor_class;
+        interfaces.interface_class[0] = USB_CLASS_VENDOR_SPEC;
         usbredirparser_send_interface_info(parser_.get(), &interfaces);
 
         usb_redir_ep_info_header endpoints{};
@@ -184,9 +178,9 @@ private:
 
         usb_redir_device_connect_header device{};
         device.speed = usb_redir_speed_full;
-        device.device_class = vendor_class;
-        device.vendor_id = vendor_id;
-        device.product_id = product_id;
+        device.device_class = device_descriptor.bDeviceClass;
+        device.vendor_id = device_descriptor.idVendor;
+        device.product_id = device_descriptor.idProduct;
         usbredirparser_send_device_connect(parser_.get(), &device);
     }
 
@@ -204,7 +198,7 @@ private:
 
     void serve_control(std::uint64_t id, usb_redir_control_packet_header packet, std::vector<unsigned char> bytes)
     {
-        const bool to_host = (packet.requesttype & request_to_host) != 0;
+        const bool to_host = (packet.requesttype & USB_DIR_IN) != 0;
         if (to_host)
             bytes.resize(packet.length);
         const std::optional<std::uint8_t> status = answer(packet, to_host, bytes);
@@ -236,31 +230,32 @@ private:
     std::optional<std::uint8_t> answer(const usb_redir_control_packet_header& packet, bool to_host,
                                        std::vector<unsigned char>& bytes)
     {
-        const auto give = [&](std::span<const unsigned char> answered) {
+        const auto give = [&](const auto& object) {
+            const std::span answered(reinterpret_cast<const unsigned char*>(&object), sizeof object);
             bytes.assign(answered.begin(),
                          answered.begin() + std::min<std::ptrdiff_t>(std::ssize(answered), packet.length));
             return std::uint8_t{usb_redir_success};
         };
-        const unsigned char value[2]{low(packet.value), high(packet.value)};
-        switch (packet.requesttype & request_type_mask) {
-        case standard_request:
-            if (packet.request == get_descriptor && value[1] == device_descriptor[1])
+        const int descriptor = packet.value >> 8U;
+        switch (packet.requesttype & USB_TYPE_MASK) {
+        case USB_TYPE_STANDARD:
+            if (packet.request == USB_REQ_GET_DESCRIPTOR && descriptor == USB_DT_DEVICE)
                 return give(device_descriptor);
-            if (packet.request == get_descriptor && value[1] == configuration_descriptor[1])
+            if (packet.request == USB_REQ_GET_DESCRIPTOR && descriptor == USB_DT_CONFIG)
                 return give(configuration_descriptor);
-            if (packet.request == get_status && to_host)
-                return give(std::array<unsigned char, 2>{});
+            if (packet.request == USB_REQ_GET_STATUS)
+                return give(std::uint16_t{0});
             break;
-        case vendor_request:
+        case USB_TYPE_VENDOR:
             switch (packet.request) {
             case echo:
-                return give(value);
+                return give(packet.value);
             case get_functionality:
                 return give(functionality);
             case set_delay:
                 return usb_redir_success;
             case get_acknowledgement:
-                return give({&acknowledgement_, 1});
+                return give(acknowledgement_);
             default:
                 if ((packet.request & ~place_in_transaction) == transfer_bytes)
                     return transact(packet.index, to_host, bytes);

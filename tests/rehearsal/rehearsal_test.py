@@ -39,7 +39,7 @@ class Machine:
     def __init__(self, socket):
         self.process = subprocess.Popen([TOP / 'scripts/rehearsal_machine.sh', socket], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE)
-        self.deadline = threading.Timer(100, self.process.kill) # a machine that hangs ends the test
+        self.deadline = threading.Timer(240, self.process.kill) # a machine that hangs ends the test
         self.deadline.start()
         self.read_until('# ')
         # Without a line editor, which would take what comes before it is done.
