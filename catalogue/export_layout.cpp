@@ -45,6 +45,22 @@ void enumerate(Place& place, const std::string& method)
         }
 }
 
+/// What the API refuses; the decimals are those that it compares with.
+constexpr struct
+{
+    const char* range;
+    const char* limit;
+} ranges[] = {{"latitude", "1.5707963267948966"}, {"longitude", "3.141592653589793"}};
+
+void limit(Place& place)
+{
+    for (const auto& [range, limit] : ranges)
+        if (place.name.ends_with(std::string("_") + range)) {
+            place.range = range;
+            place.limit = limit;
+        }
+}
+
 /// The catalogue knows the event list as bytes; its words are the only little-endian ones.
 void add_event_list(std::vector<Place>& places)
 {
@@ -94,6 +110,7 @@ std::vector<Place> places_of(const Described_Command& command, Items items)
                 places.push_back({one ? name : name + '[' + std::to_string(i) + ']', item.unit, item.kind,
                                   one ? static_cast<unsigned int>(wire_bytes(item)) : item.size, item.hexadecimal});
                 enumerate(places.back(), command.method);
+                limit(places.back());
             }
         }
     }

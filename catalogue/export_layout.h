@@ -22,6 +22,8 @@ struct Place
     int event = -1;               ///< of the star tracker's event list: there is one when num_event is greater
     const char* choice = nullptr; ///< the name of its enumeration
     std::span<const char* const> choices = {}; ///< labels of the values from 0, where no others are valid
+    const char* range = nullptr;               ///< the name of its range
+    const char* limit = nullptr;               ///< no value is valid that lies farther from 0
 };
 
 std::vector<Place> places_of(const Described_Command& command, Items items);

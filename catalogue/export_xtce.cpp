@@ -85,7 +85,8 @@ std::string type_name(const Place& place)
         name = "bytes" + std::to_string(place.size);
     }
     name += place.little_endian ? "_little_endian" : "";
-    return name + (*place.unit == '\0' ? "" : '_' + plain_unit(place.unit));
+    name += *place.unit == '\0' ? "" : '_' + plain_unit(place.unit);
+    return name + (place.range == nullptr ? "" : std::string("_") + place.range);
 }
 
 void write_encoding(const Element& in, const Place& place)
@@ -149,15 +150,22 @@ void write_type(const Element& in, const std::string& of, const Place& place)
         const Element list(type, "EnumerationList");
         for (std::size_t i = 0; i < place.choices.size(); ++i)
             list.leaf("Enumeration", {{"value", std::to_string(i)}, {"label", place.choices[i]}});
+        return;
+    }
+    Attributes range;
+    if (place.limit != nullptr) {
+        range = {{"minInclusive", std::string("-") + place.limit}, {"maxInclusive", place.limit}};
     } else if (place.kind == Item::Kind::unsigned_integer && place.size < sizeof(long long)) {
         // XTCE's limits are signed 64-bit numbers.
-        const Attributes range{{"minInclusive", "0"}, {"maxInclusive", std::to_string((1ULL << 8 * place.size) - 1)}};
-        if (of == "Argument") {
-            const Element set(type, "ValidRangeSet");
-            set.leaf("ValidRange", range);
-        } else {
-            type.leaf("ValidRange", range);
-        }
+        range = {{"minInclusive", "0"}, {"maxInclusive", std::to_string((1ULL << 8 * place.size) - 1)}};
+    } else {
+        return;
+    }
+    if (of == "Argument") {
+        const Element set(type, "ValidRangeSet");
+        set.leaf("ValidRange", range);
+    } else {
+        type.leaf("ValidRange", range);
     }
 }
 

@@ -24,7 +24,7 @@ if(VELM_BUILD_TOOLS)
           ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT simulator)
   foreach(room IN ITEMS simulator catalogue common protocol)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${room} DESTINATION ${VELM_INSTALL_INCLUDEDIR} COMPONENT simulator
-            FILES_MATCHING PATTERN "*.h" PATTERN "${room}/records" EXCLUDE)
+            FILES_MATCHING PATTERN "*.h" PATTERN "${room}/records" EXCLUDE PATTERN usb_adapter.h EXCLUDE)
   endforeach()
   install(EXPORT velm_zavra_simulator NAMESPACE velm_zavra:: FILE velm_zavraSimulatorTargets.cmake
           DESTINATION ${config_dir} COMPONENT simulator)

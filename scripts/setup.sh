@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a build needs and that are not there yet.
-# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [ground] [kaitai]
+# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [ground] [kaitai] [rehearsal]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,8 +12,9 @@ declare -A packages=(
     [package]="dpkg-dev file"
     [abi]="abigail-tools python3"
     [docs]="doxygen groff-base"
-    [ground]="sigrok-cli libxml2-utils prometheus"
+    [ground]="sigrok-cli libxml2-utils prometheus influxdb influxdb-client"
     [kaitai]="npm python3-kaitaistruct python3-yaml"
+    [rehearsal]="qemu-system-arm libusbredirparser-dev cpio kmod"
 )
 
 wanted=()
@@ -66,4 +67,7 @@ fi
 
 if [[ " $* " == *" arm "* ]]; then
     scripts/sysroot.sh
+fi
+if [[ " $* " == *" rehearsal "* ]]; then
+    scripts/fetch_armhf.sh build/debian-armhf linux-image-armmp busybox-static strace
 fi

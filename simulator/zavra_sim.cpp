@@ -5,6 +5,7 @@
 #include "bench/satellite_file.h"
 #include "bench/scenario.h"
 #include "bench/test_bench.h"
+#include "bench/usb_adapter.h"
 
 #include "../common/bus_directory.h"
 
@@ -52,6 +53,7 @@ struct Options
     std::string run;
     std::string record;
     std::string record_interval = "1s";
+    std::string usb_socket;
 };
 
 /// The directory of the bus. One that somebody named is there already, unless it is to be made; it might be a slip.
@@ -157,6 +159,11 @@ void run(const Options& options, bool directory_is_named, const sigset_t& stop_s
     const std::filesystem::path directory = bus_directory(options, directory_is_named);
     const Control_Server control{bench, directory / options.bus};
     const Bus_Server server{directory, options.bus, bench.devices()};
+#if ZAVRA_USB_ADAPTER
+    std::optional<Usb_Adapter> adapter;
+    if (!options.usb_socket.empty())
+        adapter.emplace(options.usb_socket, bench.devices());
+#endif
 
     // Standard output is the journal's where it goes there.
     std::ostream& out = options.journal == "-" || options.record == "-" ? std::cerr : std::cout;
@@ -218,6 +225,11 @@ try {
         ->excludes("--journal")
         ->excludes("--fault")
         ->excludes("--time-factor");
+#if ZAVRA_USB_ADAPTER
+    app.add_option("--usb-redir", options.usb_socket,
+                   "Unix socket at which virtual machines have the bus behind a USB-to-I2C adapter")
+        ->excludes("--run");
+#endif
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

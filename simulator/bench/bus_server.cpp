@@ -13,22 +13,14 @@ namespace
 std::vector<unsigned char> transact(const Bus_Server::Devices& devices, std::span<const unsigned char> request)
 {
     const bool is_read = (request[0] & 1U) != 0;
-    const auto device = devices.find(request[0] >> 1U);
     const auto body = request.subspan(1);
-
-    std::vector<unsigned char> bytes;
-    int error = ENXIO;
-    if (device != devices.end()) {
-        if (!is_read) {
-            error = device->second->write(body);
-        } else if (body.size() == 2) {
-            bytes.resize(std::size_t{body[0]} << 8U | body[1]);
-            error = device->second->read(bytes);
-        } else {
-            error = EINVAL;
-        }
-    }
-    if (error != 0)
+    if (is_read && body.size() != 2)
+        return {EINVAL};
+    std::vector<unsigned char> bytes(body.begin(), body.end());
+    if (is_read)
+        bytes.resize(std::size_t{body[0]} << 8U | body[1]);
+    const int error = transfer(devices, request[0] >> 1U, is_read, bytes);
+    if (error != 0 || !is_read)
         bytes.clear();
     bytes.insert(bytes.begin(), static_cast<unsigned char>(error));
     return bytes;

@@ -3,8 +3,6 @@
 #include "../unit/bus_device.h"
 #include "packet_server.h"
 
-#include <map>
-
 namespace zavra::simulator
 {
 
@@ -16,7 +14,7 @@ namespace zavra::simulator
 class Bus_Server
 {
 public:
-    using Devices = std::map<unsigned int, Bus_Device*>;
+    using Devices = Bus_Devices;
     static constexpr unsigned int default_address = 10;
 
     /// Serves from now on. Takes over the socket of a server that died.

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "../../common/file_descriptor.h"
+#include "unix_listener.h"
 
-#include <filesystem>
 #include <functional>
 #include <span>
 #include <string>
@@ -31,15 +30,14 @@ public:
     Packet_Server(const Packet_Server&) = delete;
     Packet_Server& operator=(const Packet_Server&) = delete;
 
-    const std::filesystem::path& path() const { return path_; }
+    const std::filesystem::path& path() const { return listener_.path(); }
 
 private:
     void serve();
     bool serve_client(int client);
 
-    std::filesystem::path path_;
     Handler handler_;
-    File_Descriptor listener_;
+    Unix_Listener listener_;
     File_Descriptor stop_;
     std::vector<File_Descriptor> clients_;
     std::thread thread_;

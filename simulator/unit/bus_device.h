@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cerrno>
+#include <map>
 #include <span>
 #include <vector>
 
@@ -16,5 +18,17 @@ public:
     /// Fills `bytes`; a device that gives fewer than are wanted makes it shorter.
     virtual int read(std::vector<unsigned char>& bytes) = 0;
 };
+
+/// By their addresses.
+using Bus_Devices = std::map<unsigned int, Bus_Device*>;
+
+/// One transaction with the device at an address, as above; where there is none, nothing is acknowledged.
+inline int transfer(const Bus_Devices& devices, unsigned int address, bool is_read, std::vector<unsigned char>& bytes)
+{
+    const auto device = devices.find(address);
+    if (device == devices.end())
+        return ENXIO;
+    return is_read ? device->second->read(bytes) : device->second->write(bytes);
+}
 
 }

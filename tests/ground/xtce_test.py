@@ -2,6 +2,7 @@
 import json
 import struct
 import xml.etree.ElementTree as ElementTree
+from contextlib import nullcontext
 
 from frames import Case, REQUESTS, RESPONSES, crc8, main, plain, zavractl
 
@@ -24,6 +25,8 @@ class Type:
         self.kind = self.encoding.tag[len(NS):-len('DataEncoding')]
         self.labels = [each.get('label') for each in every(element, 'EnumerationList/Enumeration')]
         self.unit = element.findtext(f'{NS}UnitSet/{NS}Unit')
+        self.range = [float(each.get(end)) for each in element.iter(NS + 'ValidRange')
+                      for end in ('minInclusive', 'maxInclusive')]
         if self.kind in ('Integer', 'Float'):
             self.size = int(self.encoding.get('sizeInBits')) // 8
             order = {'mostSignificantByteFirst': '>', 'leastSignificantByteFirst': '<'}[self.encoding.get('byteOrder')]
@@ -53,6 +56,8 @@ class Type:
                     one(dynamic, 'LinearAdjustment').get('slope'))
                 assert bits == 8 * len(value)
             return value
+        if self.range:
+            assert self.range[0] <= value <= self.range[1], f'{value} is out of range'
         return struct.pack(self.format, self.labels.index(value) if self.labels else value)
 
 
@@ -126,6 +131,16 @@ class Xtce_Test(Case):
         for method, arguments, frame in REQUESTS:
             arguments = {plain(name): value for name, value in arguments.items()}
             self.assertEqual(encode_request(self.commands[method], self.argument_types, arguments).hex(), frame, method)
+
+    def test_angles_beyond_the_earth_are_out_of_range(self):
+        command = self.commands['Start_TargetPointing_Earth_Fix_Mode']
+        arguments = {each.get('name'): 0 for each in every(command, 'ArgumentList/Argument')}
+        for name, in_range, beyond in (('latitude', -1.57, -1.58), ('longitude', 3.14, 3.15)):
+            for value in (in_range, beyond):
+                given = {**arguments, f'parameters_target_{name}': value}
+                with self.subTest(name, value=value), (
+                        self.assertRaisesRegex(AssertionError, 'out of range') if value == beyond else nullcontext()):
+                    encode_request(command, self.argument_types, given)
 
     def test_everything_is_there_once_with_units_and_enumerations(self):
         methods = {each['name']: each for each in json.loads(zavractl('list', '--json'))}
