@@ -1,0 +1,226 @@
+#include "module.h"
+#include "waits.h"
+
+#include "../common/temporary_directory.h"
+#include "../simulator/bench/control_server.h"
+#include "../simulator/bench/duration.h"
+#include "../simulator/bench/event.h"
+#include "../simulator/bench/journal.h"
+#include "../simulator/bench/recorder.h"
+#include "../simulator/bench/satellite_file.h"
+#include "../simulator/bench/scenario.h"
+#include "../simulator/bench/test_bench.h"
+
+#include <pybind11/stl.h>
+#include <pybind11/stl/filesystem.h>
+
+#include <charconv>
+#include <cmath>
+#include <fstream>
+#include <limits>
+#include <mutex>
+#include <optional>
+#include <sstream>
+
+namespace py = pybind11;
+
+namespace zavra::python
+{
+
+namespace
+{
+
+using namespace simulator;
+
+Clock::Time from_seconds(double seconds)
+{
+    return simulator::seconds(Json(seconds), "time");
+}
+
+/// The bench's clock: it stands still but where a unit's driver waits, or somebody lets time pass.
+class Bench_Time final : public Simulated_Time, public Manual_Clock
+{
+public:
+    void pass(std::chrono::microseconds time) override { advance(std::chrono::ceil<Clock::Time>(time)); }
+};
+
+/// The lines of a record as columns of numbers.
+std::pair<std::vector<std::string>, std::vector<double>> columns_of(std::istream& lines)
+{
+    std::vector<std::string> names;
+    std::string line;
+    std::getline(lines, line);
+    std::istringstream head(line);
+    for (std::string name; std::getline(head, name, ',');)
+        names.push_back(name);
+    std::vector<double> values;
+    while (std::getline(lines, line)) {
+        const char* next = line.data();
+        const char* const end = next + line.size();
+        for (std::size_t column = 0; column < names.size(); ++column) {
+            double value = std::numeric_limits<double>::quiet_NaN(); // of what is left empty
+            next = std::from_chars(next, end, value).ptr;
+            next = std::find(next, end, ',');
+            next += next != end ? 1 : 0;
+            values.push_back(value);
+        }
+    }
+    return {std::move(names), std::move(values)};
+}
+
+/// Units on a bus of this process.
+class Bench
+{
+public:
+    Bench(const std::vector<unsigned int>& addresses, const std::optional<std::filesystem::path>& satellite,
+          unsigned long long seed, const std::string& bus)
+        : bus_(bus),
+          addresses_(addresses),
+          bench_(*time_, options(addresses, satellite, seed)),
+          server_(std::in_place, directory_.path(), bus, bench_.devices())
+    {
+        Simulated_Time::add_bus(server_->path(), time_);
+        for (const unsigned int address : addresses)
+            bench_.unit(address).faults.observe([this, address](const Transaction& transaction) {
+                const std::lock_guard guard(journal_mutex_);
+                journal_.push_back(journal_line(bus_, address, transaction));
+            });
+    }
+
+    const std::filesystem::path& directory() const { return directory_.path(); }
+    double time() const { return static_cast<double>(bench_.time.now().count()) / 1000; }
+
+    void advance(double seconds)
+    {
+        const Clock::Time time = from_seconds(seconds);
+        let_pass(time, [] {});
+    }
+
+    /// One like those of scenarios.
+    void happen(const std::string& event, unsigned int address)
+    {
+        const Event what(Json::parse(event));
+        Test_Bench::Unit& unit = bench_.unit(what.address.value_or(address));
+        const py::gil_scoped_release released;
+        if (what.time == Clock::Time(0))
+            what.happen(unit);
+        else
+            bench_.time.at(what.time, [what, &unit] { what.happen(unit); });
+    }
+
+    void play(const std::filesystem::path& scenario) { Scenario(scenario).play(bench_, addresses_); }
+
+    std::string state() { return Control_Server::answer(bench_, "{}").dump(); }
+
+    void clear_faults(unsigned int address) { bench_.unit(address).faults.clear(); }
+
+    std::vector<std::string> take_journal()
+    {
+        const std::lock_guard guard(journal_mutex_);
+        return std::exchange(journal_, {});
+    }
+
+    /// What the satellite does for some time, line by line; without a time, what it does now.
+    py::tuple record(double duration, double interval, unsigned int address)
+    {
+        Test_Bench::Unit& unit = bench_.unit(address);
+        if (!unit.satellite)
+            throw py::value_error("only a satellite can be recorded");
+        const std::filesystem::path file = directory_.path() / "record.csv";
+        {
+            Recorder recorder(file, from_seconds(interval));
+            const Observation observation(*unit.satellite, [&] { recorder.record(unit); });
+            if (duration == 0)
+                recorder.record(unit);
+            let_pass(from_seconds(duration), [&] {
+                const Tle_Error error = unit.satellite->satellite.orbit_error();
+                if (error != Tle_Error::none)
+                    throw std::runtime_error(std::string("The orbit ends here: ") + simulator::to_string(error));
+            });
+        }
+        std::ifstream lines(file);
+        auto [names, values] = columns_of(lines);
+        std::filesystem::remove(file);
+        return py::make_tuple(names, py::bytes(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(double)));
+    }
+
+private:
+    /// Somebody is told of each control tick while it lives.
+    class Observation
+    {
+    public:
+        Observation(Satellite_World& world, std::function<void()> observer) : world_(world)
+        {
+            world.observe(std::move(observer));
+        }
+        ~Observation()
+        {
+            world_.observe([] {});
+        }
+        Observation(const Observation&) = delete;
+        Observation& operator=(const Observation&) = delete;
+
+    private:
+        Satellite_World& world_;
+    };
+
+    static Test_Bench::Options options(const std::vector<unsigned int>& addresses,
+                                       const std::optional<std::filesystem::path>& satellite, unsigned long long seed)
+    {
+        Test_Bench::Options options{.addresses = addresses, .seed = seed, .unit = {.latency = Clock::Time(0)}};
+        if (satellite)
+            options.satellite = Satellite_File(*satellite).settings;
+        return options;
+    }
+
+    /// In stretches, so that Ctrl-C is heard.
+    template <class Check>
+    void let_pass(Clock::Time time, Check&& check)
+    {
+        constexpr Clock::Time stretch{10'000};
+        for (Clock::Time done{0}; done < time;) {
+            const Clock::Time next = std::min(stretch, time - done);
+            {
+                const py::gil_scoped_release released;
+                time_->advance(next);
+                bench_.time.run_due();
+            }
+            done += next;
+            check();
+            if (PyErr_CheckSignals() != 0)
+                throw py::error_already_set();
+        }
+    }
+
+    const std::string bus_;
+    const std::vector<unsigned int> addresses_;
+    const Temporary_Directory directory_{"velm_zavra"};
+    const std::shared_ptr<Bench_Time> time_ = std::make_shared<Bench_Time>();
+    std::mutex journal_mutex_;
+    std::vector<std::string> journal_;
+    Test_Bench bench_;
+    std::optional<Bus_Server> server_;
+};
+
+}
+
+void add_bench(py::module_& module)
+{
+    py::class_<Bench>(module, "Bench")
+        .def(py::init<const std::vector<unsigned int>&, const std::optional<std::filesystem::path>&, unsigned long long,
+                      const std::string&>())
+        .def_property_readonly("directory", &Bench::directory)
+        .def_property_readonly("time", &Bench::time)
+        .def("advance", &Bench::advance)
+        .def("happen", &Bench::happen)
+        .def("play", &Bench::play)
+        .def("state", &Bench::state)
+        .def("clear_faults", &Bench::clear_faults)
+        .def("take_journal", &Bench::take_journal)
+        .def("record", &Bench::record);
+    module.def("parse_duration", [](const std::string& text) {
+        return static_cast<double>(parse_duration(text).count()) / 1000;
+    });
+}
+
+}
