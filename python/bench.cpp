@@ -77,23 +77,41 @@ public:
         : bus_(bus),
           addresses_(addresses),
           bench_(*time_, options(addresses, satellite, seed)),
-          server_(std::in_place, directory_.path(), bus, bench_.devices())
+          server_(directory_.path(), bus, bench_.devices())
     {
-        Simulated_Time::add_bus(server_->path(), time_);
-        for (const unsigned int address : addresses)
-            bench_.unit(address).faults.observe([this, address](const Transaction& transaction) {
+        Simulated_Time::add_bus(server_.path(), time_);
+        for (const unsigned int address : addresses) {
+            Test_Bench::Unit& unit = bench_.unit(address);
+            unit.faults.observe([this, address](const Transaction& transaction) {
                 const std::lock_guard guard(journal_mutex_);
                 journal_.push_back(journal_line(bus_, address, transaction));
             });
+            if (unit.satellite)
+                unit.satellite->observe([this, &unit] { record(unit); });
+        }
     }
 
     const std::filesystem::path& directory() const { return directory_.path(); }
     double time() const { return static_cast<double>(bench_.time.now().count()) / 1000; }
 
+    /// Lets time pass in stretches, so that Ctrl-C is heard.
     void advance(double seconds)
     {
-        const Clock::Time time = from_seconds(seconds);
-        let_pass(time, [] {});
+        constexpr Clock::Time stretch{10'000};
+        Clock::Time left = from_seconds(seconds);
+        while (left > Clock::Time(0)) {
+            const Clock::Time next = std::min(stretch, left);
+            {
+                const py::gil_scoped_release released;
+                time_->advance(next);
+                bench_.time.run_due();
+            }
+            left -= next;
+            for (const unsigned int address : addresses_)
+                expect_orbit(bench_.unit(address));
+            if (PyErr_CheckSignals() != 0)
+                throw py::error_already_set();
+        }
     }
 
     /// One like those of scenarios.
@@ -120,49 +138,52 @@ public:
         return std::exchange(journal_, {});
     }
 
-    /// What the satellite does for some time, line by line; without a time, what it does now.
-    py::tuple record(double duration, double interval, unsigned int address)
+    /// Records what a satellite does from now on.
+    void start_record(double interval, unsigned int address)
     {
+        if (recording_)
+            throw py::value_error("one recording at a time");
         Test_Bench::Unit& unit = bench_.unit(address);
         if (!unit.satellite)
             throw py::value_error("only a satellite can be recorded");
-        const std::filesystem::path file = directory_.path() / "record.csv";
+        const std::lock_guard guard(recording_mutex_);
+        recording_.emplace(record_file(), from_seconds(interval));
+        recorded_ = &unit;
+    }
+
+    /// The names of its columns and, line by line, their values.
+    py::tuple stop_record(bool now)
+    {
+        if (!recording_)
+            throw py::value_error("nothing is recorded");
         {
-            Recorder recorder(file, from_seconds(interval));
-            const Observation observation(*unit.satellite, [&] { recorder.record(unit); });
-            if (duration == 0)
-                recorder.record(unit);
-            let_pass(from_seconds(duration), [&] {
-                const Tle_Error error = unit.satellite->satellite.orbit_error();
-                if (error != Tle_Error::none)
-                    throw std::runtime_error(std::string("The orbit ends here: ") + simulator::to_string(error));
-            });
+            const std::lock_guard guard(recording_mutex_);
+            if (now)
+                recording_->record(*recorded_);
+            recording_.reset();
         }
-        std::ifstream lines(file);
-        auto [names, values] = columns_of(lines);
-        std::filesystem::remove(file);
+        std::ifstream lines(record_file());
+        const auto [names, values] = columns_of(lines);
         return py::make_tuple(names, py::bytes(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(double)));
     }
 
 private:
-    /// Somebody is told of each control tick while it lives.
-    class Observation
+    /// In each control tick, which is a bus server's thread's or ours.
+    void record(const Test_Bench::Unit& unit)
     {
-    public:
-        Observation(Satellite_World& world, std::function<void()> observer) : world_(world)
-        {
-            world.observe(std::move(observer));
-        }
-        ~Observation()
-        {
-            world_.observe([] {});
-        }
-        Observation(const Observation&) = delete;
-        Observation& operator=(const Observation&) = delete;
+        const std::lock_guard guard(recording_mutex_);
+        if (recording_ && recorded_ == &unit)
+            recording_->record(unit);
+    }
 
-    private:
-        Satellite_World& world_;
-    };
+    std::filesystem::path record_file() const { return directory() / "record.csv"; }
+
+    static void expect_orbit(const Test_Bench::Unit& unit)
+    {
+        if (unit.satellite && unit.satellite->satellite.orbit_error() != Tle_Error::none)
+            throw std::runtime_error(std::string("The orbit ends here: ") +
+                                     simulator::to_string(unit.satellite->satellite.orbit_error()));
+    }
 
     static Test_Bench::Options options(const std::vector<unsigned int>& addresses,
                                        const std::optional<std::filesystem::path>& satellite, unsigned long long seed)
@@ -173,33 +194,17 @@ private:
         return options;
     }
 
-    /// In stretches, so that Ctrl-C is heard.
-    template <class Check>
-    void let_pass(Clock::Time time, Check&& check)
-    {
-        constexpr Clock::Time stretch{10'000};
-        for (Clock::Time done{0}; done < time;) {
-            const Clock::Time next = std::min(stretch, time - done);
-            {
-                const py::gil_scoped_release released;
-                time_->advance(next);
-                bench_.time.run_due();
-            }
-            done += next;
-            check();
-            if (PyErr_CheckSignals() != 0)
-                throw py::error_already_set();
-        }
-    }
-
     const std::string bus_;
     const std::vector<unsigned int> addresses_;
     const Temporary_Directory directory_{"velm_zavra"};
     const std::shared_ptr<Bench_Time> time_ = std::make_shared<Bench_Time>();
     std::mutex journal_mutex_;
     std::vector<std::string> journal_;
+    std::mutex recording_mutex_;
+    std::optional<Recorder> recording_;
+    const Test_Bench::Unit* recorded_ = nullptr;
     Test_Bench bench_;
-    std::optional<Bus_Server> server_;
+    Bus_Server server_; // the first to go: its thread uses all the rest
 };
 
 }
@@ -217,7 +222,8 @@ void add_bench(py::module_& module)
         .def("state", &Bench::state)
         .def("clear_faults", &Bench::clear_faults)
         .def("take_journal", &Bench::take_journal)
-        .def("record", &Bench::record);
+        .def("start_record", &Bench::start_record)
+        .def("stop_record", &Bench::stop_record);
     module.def("parse_duration", [](const std::string& text) {
         return static_cast<double>(parse_duration(text).count()) / 1000;
     });

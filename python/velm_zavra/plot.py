@@ -16,7 +16,7 @@ def rates(record: Record, axes: Axes | None = None) -> Axes:
     """The angular velocity about each body axis, true and, dotted, as the unit's software believes it."""
     import numpy
 
-    axes = _axes(record, "deg/s", axes)
+    axes = _axes(record, "rate, deg/s", axes)
     _lines(axes, record, numpy.degrees(record.vector("angular_velocity_radps")), ["x", "y", "z"])
     believed = record.vector("estimated_angular_velocity_radps")
     if numpy.isfinite(believed).any():
@@ -47,22 +47,24 @@ def pointing_error(record: Record, axes: Axes | None = None) -> Axes:
     return axes
 
 
-PLOTS: tuple[Callable[[Record, Any], Any], ...] = (rates, pointing_error, wheels, magnetorquers)
-
-
 def report(record: Record) -> Figure:
-    """All of them in one figure."""
+    """All of them in one figure, but for those that have nothing to show."""
     import matplotlib.pyplot
+    import numpy
 
-    figure, axes = matplotlib.pyplot.subplots(len(PLOTS), sharex=True, figsize=(9, 2.4 * len(PLOTS)), layout="constrained")
-    for plot, each in zip(PLOTS, axes):
+    plots: list[Callable[[Record, Any], Any]] = [rates, wheels, magnetorquers]
+    if numpy.isfinite(record["pointing_error_rad"]).any():
+        plots.insert(1, pointing_error)
+    figure, axes = matplotlib.pyplot.subplots(len(plots), sharex=True, figsize=(9, 2.4 * len(plots)), layout="constrained")
+    for plot, each in zip(plots, axes):
         plot(record, each)
-        if each is not axes[-1]:
-            each.set_xlabel("")
+        each.set_xlabel("time, min" if each is axes[-1] else "")
     return figure
 
 
 def _axes(record: Record, label: str, axes: Axes | None) -> Axes:
+    import numpy
+
     if axes is None:
         import matplotlib.pyplot
 
@@ -70,8 +72,10 @@ def _axes(record: Record, label: str, axes: Axes | None) -> Axes:
     axes.set_xlabel("time, min")
     axes.set_ylabel(label)
     axes.grid(alpha=0.3)
-    axes.fill_between(record["time_s"] / 60, 0, 1, where=record["sunlight"] < 0.5, color="0.9",
-                      transform=axes.get_xaxis_transform())
+    minutes, dark = record["time_s"] / 60, record["sunlight"] < 0.5
+    changes = numpy.flatnonzero(numpy.diff(dark.astype(int), prepend=0, append=0))
+    for first, behind in changes.reshape(-1, 2):
+        axes.axvspan(minutes[first], minutes[behind - 1], color="0.9")
     return axes
 
 

@@ -12,6 +12,7 @@ from __future__ import annotations
 import json
 import os
 from collections.abc import Iterator, Mapping, Sequence
+from contextlib import contextmanager
 from datetime import timedelta
 from pathlib import Path
 from types import TracebackType
@@ -77,6 +78,12 @@ class Record(Mapping[str, "numpy.ndarray[Any, numpy.dtype[numpy.float64]]"]):
         return f"<Record of {len(self['time_s'])} lines, {len(self)} columns>"
 
 
+class Recording:
+    """What is recorded at the moment."""
+
+    record: Record  #: as soon as the recording is over
+
+
 class Bench:
     """Simulated units on a bus of their own.
 
@@ -130,11 +137,24 @@ class Bench:
     def run(self, duration: Duration, interval: Duration = 1, address: int | None = None) -> Record:
         """Lets time pass as fast as the computer can, and records what the satellite does once in an interval, which is a
         multiple of 0.1 s. Ctrl-C ends it."""
-        return Record(*self._core.record(seconds(duration), seconds(interval), self._address(address)))
+        with self.recording(interval, address) as recording:
+            self.advance(duration)
+        return recording.record
+
+    @contextmanager
+    def recording(self, interval: Duration = 1, address: int | None = None) -> Iterator[Recording]:
+        """Records what the satellite does while a with block runs, such as a ground script; `record` has it afterwards."""
+        recording = Recording()
+        self._core.start_record(seconds(interval), self._address(address))
+        try:
+            yield recording
+        finally:
+            recording.record = Record(*self._core.stop_record(False))
 
     def truth(self, address: int | None = None) -> dict[str, float]:
         """What the satellite does at the moment."""
-        return {name: float(column[0]) for name, column in Record(*self._core.record(0, 0.1, self._address(address))).items()}
+        self._core.start_record(0.1, self._address(address))
+        return {name: float(column[-1]) for name, column in Record(*self._core.stop_record(True)).items()}
 
     def happen(self, *, address: int | None = None, **event: Any) -> None:
         """Lets something happen, with the keys of a scenario's event: now, or `at` seconds of the bench's time.
