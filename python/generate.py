@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Writes what Python sees of the library, from the headers that declare it: the bindings of every record and enumeration
-(records.cpp), of every operation (operations_N.cpp), and the stub that tells type checkers of them (_core.pyi).
+(records_N.cpp), of every operation (operations_N.cpp), and the stub that tells type checkers of them (_core.pyi).
 What it cannot read is an error, and not left out.
 
 Usage: generate.py SOURCES OUTPUT_DIRECTORY
@@ -9,7 +9,7 @@ import re
 import sys
 from pathlib import Path
 
-OPERATION_SOURCES = 3
+SOURCES_EACH = 3  # of records and of operations: a source compiles in some ten seconds
 INTEGERS = {"bool": "bool", "unsigned char": "int", "unsigned short": "int", "unsigned int": "int", "int": "int",
             "unsigned long long": "int", "float": "float", "double": "float"}
 # Bytes and file names, which are pointers in C++: Python's parameters, what they are called with, and Python's result.
@@ -33,6 +33,11 @@ def enumerator_name(enum, name):
     if not rest.isidentifier():
         rest = enum.rsplit("_", 1)[1] + "_" + rest
     return rest.removeprefix("VELM_ZAVRA_API_")
+
+
+def share(things, number):
+    size = -(-len(things) // SOURCES_EACH)
+    return things[number * size:(number + 1) * size]
 
 
 def fail(path, text):
@@ -191,14 +196,14 @@ class Writer:
                 "namespace zavra::python", "{", "", "template <class T>", "inline constexpr bool is_api_record = false;", "",
                 *(f"template <>\ninline constexpr bool is_api_record<{name}> = true;" for name, _, _ in self.records), "", "}"]
 
-    def records_cpp(self):
+    def records_cpp(self, number):
         out = ['#include "record.h"', "", "// Made by python/generate.py from the headers of the records.", "",
                "namespace zavra::python", "{", "", "namespace", "{"]
         calls = []
-        for name, doc, enumerators in self.enums:
+        for name, doc, enumerators in share(self.enums, number):
             values = ", ".join(f'{{"{each}", {value}}}' for each, value in enumerators)
             calls.append(f'    add_enumeration<{name}>(module, "{self.names[name]}", {quoted(doc)}, {{{values}}});')
-        for name, doc, members in self.records:
+        for name, doc, members in share(self.records, number):
             out += ["", f"const Member {name}_members[] = {{"]
             for member, type_, dimensions, about in members:
                 out.append(f'    {{"{member}", type_of<decltype({name}::{member})>(), offsetof({name}, {member}), '
@@ -206,13 +211,12 @@ class Writer:
             out.append("};")
             calls.append(f'    add_record<{name}>(module, "{self.names[name]}", {quoted(self.in_python(doc))}, '
                          f"{name}_members, {str(is_vector(members)).lower()});")
-        return out + ["", "}", "", "void add_records(py::module_& module)", "{", *calls, "}", "", "}"]
+        return out + ["", "}", "", f"void add_records_{number}(py::module_& module)", "{", *calls, "}", "", "}"]
 
     def operations_cpp(self, number):
-        size = -(-len(self.operations) // OPERATION_SOURCES)
         out = ['#include "unit.h"', "", "// Made by python/generate.py from the header of VELM_ZAVRA_API.", "",
                "namespace zavra::python", "{", "", f"void add_operations_{number}(Unit_Class& unit)", "{"]
-        for operation in self.operations[number * size:(number + 1) * size]:
+        for operation in share(self.operations, number):
             _, name, arguments, doc = operation
             parameters, hint = self.signature(operation)
             python = self.names[name]
@@ -283,8 +287,8 @@ def main():
     writer = Writer(sources)
     writer.stub_head, writer.stub_unit = (sources / "python/_core.pyi.in").read_text(encoding="ascii").split("# @operations\n")
     write(output / "records.h", writer.records_h())
-    write(output / "records.cpp", writer.records_cpp())
-    for number in range(OPERATION_SOURCES):
+    for number in range(SOURCES_EACH):
+        write(output / f"records_{number}.cpp", writer.records_cpp(number))
         write(output / f"operations_{number}.cpp", writer.operations_cpp(number))
     write(output / "velm_zavra/_core.pyi", writer.stub())
 

@@ -12,7 +12,9 @@ PYBIND11_MODULE(_core, module)
     module.attr("__version__") = VELM_ZAVRA_VERSION_STRING;
     add_failures();
     add_values(module);
-    add_records(module);
+    add_records_0(module);
+    add_records_1(module);
+    add_records_2(module);
     add_register_map(module);
     Unit_Class unit(module);
     add_operations_0(unit);

@@ -98,6 +98,8 @@ void add_enumeration(py::module_& module, const char* name, const char* doc, con
     enumeration_of<E> = make_enumeration(module, name, doc, enumerators).release().ptr();
 }
 
-void add_records(py::module_& module);
+void add_records_0(py::module_& module);
+void add_records_1(py::module_& module);
+void add_records_2(py::module_& module);
 
 }
