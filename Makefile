@@ -1,5 +1,5 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo python test test-sanitize test-python docs test-arm test-clang test-ground test-kaitai tidy protocol-reference benchmark size package abi abi-record clean
+.PHONY: help demo python wheel test test-sanitize test-python docs test-arm test-clang test-ground test-kaitai tidy protocol-reference benchmark size package abi abi-record clean
 
 # Whatever the caller's environment is: a locale that every machine has, and a shell without surprises.
 export LC_ALL := C.UTF-8
@@ -13,6 +13,7 @@ help:
 	@echo "make test-clang the tests built with Clang"
 	@echo "make python     the Python package, in build/dev/python"
 	@echo "make test-python  its tests: pytest, mypy, the example and the notebook"
+	@echo "make wheel      the Python package as a wheel, in build/wheels, installed and tried"
 	@echo "make test-ground  the exports against sigrok, an XML validator and Prometheus' own checks"
 	@echo "make test-kaitai  the Kaitai Struct export against its compiler, which comes from the npm registry"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
@@ -58,6 +59,10 @@ test-python: python
 	@cmake --build --preset dev --target zavra-sim -- --quiet
 	@ctest --preset dev --build-config python --label-regex python
 
+wheel:
+	@scripts/setup.sh base python
+	@scripts/wheel.sh
+
 test-ground:
 	@scripts/setup.sh base ground
 	@cmake --preset dev --log-level=WARNING
@@ -100,7 +105,7 @@ size:
 	@scripts/size.sh build/flight
 
 package:
-	@scripts/setup.sh base arm package
+	@scripts/setup.sh base arm package python
 	@scripts/package.sh
 
 abi abi-record:

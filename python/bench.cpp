@@ -14,8 +14,9 @@
 #include <pybind11/stl.h>
 #include <pybind11/stl/filesystem.h>
 
+#include <algorithm>
 #include <charconv>
-#include <cmath>
+#include <deque>
 #include <fstream>
 #include <limits>
 #include <mutex>
@@ -84,7 +85,9 @@ public:
             Test_Bench::Unit& unit = bench_.unit(address);
             unit.faults.observe([this, address](const Transaction& transaction) {
                 const std::lock_guard guard(journal_mutex_);
-                journal_.push_back(journal_line(bus_, address, transaction));
+                journal_.emplace_back(address, transaction);
+                if (journal_.size() > max_journal)
+                    journal_.pop_front();
             });
             if (unit.satellite)
                 unit.satellite->observe([this, &unit] { record(unit); });
@@ -132,10 +135,18 @@ public:
 
     void clear_faults(unsigned int address) { bench_.unit(address).faults.clear(); }
 
+    /// What has not been taken yet, as a journal's lines.
     std::vector<std::string> take_journal()
     {
-        const std::lock_guard guard(journal_mutex_);
-        return std::exchange(journal_, {});
+        std::deque<std::pair<unsigned int, Transaction>> taken;
+        {
+            const std::lock_guard guard(journal_mutex_);
+            taken.swap(journal_);
+        }
+        std::vector<std::string> lines;
+        for (const auto& [address, transaction] : taken)
+            lines.push_back(journal_line(bus_, address, transaction));
+        return lines;
     }
 
     /// Records what a satellite does from now on.
@@ -194,12 +205,14 @@ private:
         return options;
     }
 
+    static constexpr std::size_t max_journal = 100'000; // transactions that nobody has taken
+
     const std::string bus_;
     const std::vector<unsigned int> addresses_;
     const Temporary_Directory directory_{"velm_zavra"};
     const std::shared_ptr<Bench_Time> time_ = std::make_shared<Bench_Time>();
     std::mutex journal_mutex_;
-    std::vector<std::string> journal_;
+    std::deque<std::pair<unsigned int, Transaction>> journal_;
     std::mutex recording_mutex_;
     std::optional<Recorder> recording_;
     const Test_Bench::Unit* recorded_ = nullptr;

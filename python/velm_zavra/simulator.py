@@ -187,7 +187,7 @@ class Bench:
         return world
 
     def journal(self) -> list[dict[str, Any]]:
-        """The transactions since it was last asked for."""
+        """The transactions since it was last asked for, the latest 100,000 at most."""
         return [json.loads(line) for line in self._core.take_journal()]
 
     def _address(self, address: int | None) -> int:
