@@ -1,5 +1,5 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-sanitize docs test-arm test-clang test-ground test-kaitai rehearsal tidy protocol-reference benchmark size package abi abi-record clean
+.PHONY: help python $(MAKECMDGOALS)
 
 # Whatever the caller's environment is: a locale that every machine has, and a shell without surprises.
 export LC_ALL := C.UTF-8
@@ -11,6 +11,9 @@ help:
 	@echo "make test-sanitize  the same with AddressSanitizer and UndefinedBehaviorSanitizer"
 	@echo "make test-arm   the tests built for 32-bit ARM and run under emulation"
 	@echo "make test-clang the tests built with Clang"
+	@echo "make python     the Python package, in build/dev/python"
+	@echo "make test-python  its tests: pytest, mypy, the example and the notebook"
+	@echo "make wheel      the Python package as a wheel, in build/wheels, installed and tried"
 	@echo "make test-ground  the exports against sigrok, an XML validator and Prometheus' own checks"
 	@echo "make test-kaitai  the Kaitai Struct export against its compiler, which comes from the npm registry"
 	@echo "make rehearsal  the flight build on Debian's ARM kernel in a virtual machine, with the unit on its I2C bus"
@@ -46,6 +49,20 @@ test-arm:
 test-clang:
 	@scripts/setup.sh base clang
 	@scripts/test.sh clang
+
+python:
+	@scripts/setup.sh base python
+	@cmake --preset dev -DVELM_BUILD_PYTHON=ON --log-level=WARNING
+	@cmake --build --preset dev --target python_package -- --quiet
+	@echo "PYTHONPATH=$$PWD/build/dev/python finds velm_zavra; the interpreter is /usr/bin/python3"
+
+test-python: python
+	@cmake --build --preset dev --target zavra-sim -- --quiet
+	@ctest --preset dev --build-config python --label-regex python
+
+wheel:
+	@scripts/setup.sh base python
+	@scripts/wheel.sh
 
 test-ground:
 	@scripts/setup.sh base ground
@@ -97,7 +114,7 @@ size:
 	@scripts/size.sh build/flight
 
 package:
-	@scripts/setup.sh base arm package
+	@scripts/setup.sh base arm package python
 	@scripts/package.sh
 
 abi abi-record:

@@ -101,7 +101,7 @@ velm_package(development libvelm-zavra-dev libdevel
              "Headers, configuration for CMake and pkg-config, and examples, to build applications with")
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS library)
 install(DIRECTORY ${examples} DESTINATION ${development_documents} COMPONENT development
-        PATTERN demo.sh EXCLUDE PATTERN scenarios EXCLUDE)
+        PATTERN demo.sh EXCLUDE PATTERN scenarios EXCLUDE PATTERN python EXCLUDE)
 
 if(VELM_BUILD_TOOLS)
   velm_package(tools velm-zavra-tools utils "Programs for the bench: a simulated unit, and what talks to units")
@@ -113,11 +113,23 @@ if(VELM_BUILD_TOOLS)
   set(CPACK_COMPONENT_SIMULATOR_DEPENDS development)
 endif()
 
+if(VELM_BUILD_PYTHON)
+  velm_package(python python3-velm-zavra python "The library for Python 3, with a simulated unit")
+  set(CPACK_COMPONENT_PYTHON_DEPENDS library)
+  math(EXPR next_python "${Python_VERSION_MINOR} + 1")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+      "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}), python3 (<< ${Python_VERSION_MAJOR}.${next_python})")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-numpy)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-pandas, python3-matplotlib")
+  install(DIRECTORY ${examples}/python DESTINATION ${python_documents}/examples COMPONENT python)
+endif()
+
 if(CMAKE_CROSSCOMPILING)
   # dpkg-shlibdeps knows the build machine's libraries only. These are what Debian 12's cross compiler links with.
   set(runtime "libc6 (>= 2.36), libgcc-s1 (>= 12), libstdc++6 (>= 12)")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
       "${runtime}, libncursesw6 (>= 6.4), libtinfo6 (>= 6.4), libtomlplusplus3 (>= 3.3.0)")
+  string(APPEND CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS ", ${runtime}, libtomlplusplus3 (>= 3.3.0)")
   if(NOT VELM_PLATFORM_ROOT)
     string(APPEND runtime ", libiniparser1 (>= 4.1)")
   endif()

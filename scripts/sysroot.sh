@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev libtomlplusplus3 libtomlplusplus-dev libeigen3-dev libncurses-dev libncurses6 libncursesw6 libtinfo6"
+packages="libiniparser1 libiniparser-dev libcli11-dev libgtest-dev libgmock-dev googletest nlohmann-json3-dev libtomlplusplus3 libtomlplusplus-dev libeigen3-dev libncurses-dev libncurses6 libncursesw6 libtinfo6 pybind11-dev libpython3.11-dev libpython3.11-minimal libpython3.11-stdlib python3.11-minimal libexpat1 zlib1g libffi8"
 sysroot=build/sysroot-armhf
 
 # shellcheck disable=SC2086 # a list of words

@@ -9,7 +9,7 @@ emulator=("${@:5}")
 # A shared library that the package does not have must come from one it depends on: libfoo.so.1 from libfoo1.
 check_dependencies() {
     local file soname
-    for file in "$1"/usr/bin/* "$1"/usr/lib/*/*.so*; do
+    for file in "$1"/usr/bin/* "$1"/usr/lib/*/*.so* "$1"/usr/lib/python3/dist-packages/*/*.so; do
         [[ -f $file && ! -L $file ]] || continue
         for soname in $(readelf --dynamic "$file" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p'); do
             case $soname in
@@ -22,7 +22,7 @@ check_dependencies() {
 
 tree=$(mktemp -d)
 trap 'rm -rf "$tree"' EXIT
-for name in libvelm-zavra1 libvelm-zavra-dev velm-zavra-tools libvelm-zavra-simulator-dev; do
+for name in libvelm-zavra1 libvelm-zavra-dev velm-zavra-tools libvelm-zavra-simulator-dev python3-velm-zavra; do
     package=("$packages/${name}"_*_"$architecture.deb")
     echo "== ${package[0]##*/}"
     dpkg-deb --field "${package[0]}" Architecture Depends
