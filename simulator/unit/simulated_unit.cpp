@@ -87,10 +87,9 @@ Command_Table::Outcome Simulated_Unit::command(unsigned short identifier, std::s
 Actuation Simulated_Unit::control_tick(const Measurements& sensed)
 {
     Actuation actuation = parts.actuators.actuation();
-    if (software) {
-        Measurements measurements = parts.seen_through_injections(sensed);
+    const Measurements measurements = parts.measurements(sensed);
+    if (software)
         software->tick(measurements, actuation);
-    }
     return actuation;
 }
 

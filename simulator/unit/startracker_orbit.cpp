@@ -80,8 +80,13 @@ Tle_Error Startracker_Orbit::load(const ZAVRA_100_Orbit_TLE_Data& tle_data)
     Orbit_State at_epoch{};
     if (const Tle_Error error = model.propagate(0.0, at_epoch); error != Tle_Error::none)
         return error;
-    propagation_ = {model, elements.epoch, time_.system_msec(), tle_data.update_interval_msec};
+    propagation_ = {model, elements, time_.system_msec(), tle_data.update_interval_msec};
     return Tle_Error::none;
+}
+
+std::optional<Two_Line_Elements> Startracker_Orbit::elements() const
+{
+    return propagation_ ? std::optional(propagation_->elements) : std::nullopt;
 }
 
 ZAVRA_100_Orbit_Propagation_Data Startracker_Orbit::orbit() const
@@ -94,7 +99,7 @@ ZAVRA_100_Orbit_Propagation_Data Startracker_Orbit::orbit() const
 
     Orbit_State state{}; // stays so when the propagation fails
     if (propagation_)
-        propagation_->model.propagate(minutes_between(propagation_->epoch, date), state);
+        propagation_->model.propagate(minutes_between(propagation_->elements.epoch, date), state);
     return {narrowed(state.position_km), narrowed(state.velocity_kmps), date.value()};
 }
 

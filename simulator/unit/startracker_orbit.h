@@ -31,6 +31,9 @@ public:
 
     Tle_Error load(const ZAVRA_100_Orbit_TLE_Data& tle_data);
 
+    /// What was loaded.
+    std::optional<Two_Line_Elements> elements() const;
+
     /// The state at the unit's epoch time when the last update interval began. Zeros without elements, or with
     /// elements that do not reach to that time; the Julian date is right even then.
     ZAVRA_100_Orbit_Propagation_Data orbit() const;
@@ -54,7 +57,7 @@ private:
     struct Propagation
     {
         Sgp4 model;
-        Julian_Date epoch;
+        Two_Line_Elements elements;
         unsigned long long start_msec; ///< system time
         unsigned long long interval_msec;
     };
