@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a build needs and that are not there yet.
-# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [python] [ground] [kaitai]
+# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [python] [python-tests] [wheel] [ground] [kaitai]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,7 +12,9 @@ declare -A packages=(
     [package]="dpkg-dev file"
     [abi]="abigail-tools python3"
     [docs]="doxygen groff-base"
-    [python]="binutils pybind11-dev python3-dev python3-pytest python3-numpy python3-pandas python3-matplotlib mypy python3-typing-extensions jupyter-nbconvert python3-ipykernel python3-setuptools python3-wheel python3-pip python3-build"
+    [python]="pybind11-dev python3-dev"
+    [python-tests]="binutils python3-pytest python3-numpy python3-pandas python3-matplotlib mypy python3-typing-extensions jupyter-nbconvert python3-ipykernel"
+    [wheel]="python3-setuptools python3-wheel python3-pip python3-build"
     [ground]="sigrok-cli libxml2-utils prometheus"
     [kaitai]="npm python3-kaitaistruct python3-yaml"
 )
