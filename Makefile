@@ -57,11 +57,12 @@ python:
 	@echo "PYTHONPATH=$$PWD/build/dev/python finds velm_zavra; the interpreter is /usr/bin/python3"
 
 test-python: python
+	@scripts/setup.sh python-tests
 	@cmake --build --preset dev --target zavra-sim -- --quiet
 	@ctest --preset dev --build-config python --label-regex python
 
 wheel:
-	@scripts/setup.sh base python
+	@scripts/setup.sh base python python-tests wheel
 	@scripts/wheel.sh
 
 test-ground:

@@ -121,7 +121,7 @@ if(VELM_BUILD_PYTHON)
       "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}), python3 (<< ${Python_VERSION_MAJOR}.${next_python})")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-numpy)
   set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-pandas, python3-matplotlib")
-  install(DIRECTORY ${examples}/python DESTINATION ${python_documents}/examples COMPONENT python)
+  install(DIRECTORY ${examples}/python ${examples}/satellites DESTINATION ${python_documents}/examples COMPONENT python)
 endif()
 
 if(CMAKE_CROSSCOMPILING)

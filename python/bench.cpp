@@ -175,7 +175,8 @@ public:
         }
         std::ifstream lines(record_file());
         const auto [names, values] = columns_of(lines);
-        return py::make_tuple(names, py::bytes(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(double)));
+        return py::make_tuple(names,
+                              py::bytes(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(double)));
     }
 
 private:
@@ -237,9 +238,8 @@ void add_bench(py::module_& module)
         .def("take_journal", &Bench::take_journal)
         .def("start_record", &Bench::start_record)
         .def("stop_record", &Bench::stop_record);
-    module.def("parse_duration", [](const std::string& text) {
-        return static_cast<double>(parse_duration(text).count()) / 1000;
-    });
+    module.def("parse_duration",
+               [](const std::string& text) { return static_cast<double>(parse_duration(text).count()) / 1000; });
 }
 
 }

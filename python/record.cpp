@@ -50,9 +50,9 @@ void method(const py::object& type, const char* name, const Function& function, 
 
 void add_member(const py::object& type, const Layout& layout, const Member& member)
 {
-    const py::cpp_function get(
-        [&](py::handle self) { return member.type.get(place(layout, self, member), self); });
-    const py::cpp_function put([&](py::handle self, py::handle value) { set(member, place(layout, self, member), value); });
+    const py::cpp_function get([&](py::handle self) { return member.type.get(place(layout, self, member), self); });
+    const py::cpp_function put(
+        [&](py::handle self, py::handle value) { set(member, place(layout, self, member), value); });
     py::setattr(type, member.name, property(get, put, member.doc));
     if (member.role != Role::epoch)
         return;
@@ -68,7 +68,8 @@ void add_member(const py::object& type, const Layout& layout, const Member& memb
 
 bool is_timed(const Layout& layout)
 {
-    return layout.members.front().role != Role::plain && std::string(layout.members.front().name).ends_with("time_msec");
+    return layout.members.front().role != Role::plain &&
+           std::string(layout.members.front().name).ends_with("time_msec");
 }
 
 /// Frames of telemetry come one after the other.
@@ -100,15 +101,16 @@ void add_components(const py::object& type, const Layout& layout)
     };
     method(type, "__len__", [&layout](py::handle) { return layout.members.size(); });
     method(type, "__iter__", [values](py::handle self) { return py::iter(values(self)); });
-    method(type, "__getitem__", [values](py::handle self, const py::object& index) -> py::object {
-        return values(self)[index];
-    });
+    method(type, "__getitem__",
+           [values](py::handle self, const py::object& index) -> py::object { return values(self)[index]; });
     if (in_order(layout))
         return;
-    method(type, "__array__", [values](py::handle self, const py::args& arguments, const py::kwargs& named) -> py::object {
-        const py::object array = py::module_::import("numpy").attr("array");
-        return arguments.empty() && named.empty() ? array(values(self), "f4") : array(values(self), *arguments, **named);
-    });
+    method(type, "__array__",
+           [values](py::handle self, const py::args& arguments, const py::kwargs& named) -> py::object {
+               const py::object array = py::module_::import("numpy").attr("array");
+               return arguments.empty() && named.empty() ? array(values(self), "f4")
+                                                         : array(values(self), *arguments, **named);
+           });
 }
 
 const Member& member_named(const Layout& layout, const std::string& name)
@@ -189,9 +191,9 @@ void add_common(const py::object& type, const Layout& layout)
     };
     method(type, "to_dict", to_dict,
            "Members by name; records inside are dictionaries, arrays lists, times milliseconds.");
-    const py::cpp_function from_dict([](const py::object& cls, const py::dict& dictionary) { return cls(**dictionary); },
-                                     py::name("from_dict"),
-                                     "The reverse of to_dict(). What is not named is zero.");
+    const py::cpp_function from_dict(
+        [](const py::object& cls, const py::dict& dictionary) { return cls(**dictionary); }, py::name("from_dict"),
+        "The reverse of to_dict(). What is not named is zero.");
     py::setattr(type, "from_dict", py::module_::import("builtins").attr("classmethod")(from_dict));
     const auto replace = [](const py::object& self, const py::kwargs& changes) {
         py::object copy = self.attr("__copy__")();

@@ -17,6 +17,8 @@ from setuptools.command.build_ext import build_ext
 from setuptools.extension import Extension
 
 SOURCES = Path(__file__).resolve().parents[1]
+MADE = SOURCES / "build/wheel-made"  # what setuptools makes on the way
+MADE.mkdir(parents=True, exist_ok=True)
 VERSION = re.search(r"project\(velm_zavra VERSION ([\d.]+)", (SOURCES / "CMakeLists.txt").read_text())[1]
 
 
@@ -47,4 +49,5 @@ class Binary(Distribution):
 
 setup(name="velm-zavra", version=VERSION, description="The ZAVRA-100 attitude unit: its driver, a simulated unit, its protocol",
       license="Apache-2.0", python_requires=">=3.11", extras_require={"plot": ["matplotlib"], "record": ["numpy", "pandas"]},
-      packages=[], ext_modules=[Extension("velm_zavra._core", [])], distclass=Binary, cmdclass={"build_ext": Build})
+      packages=[], ext_modules=[Extension("velm_zavra._core", [])], distclass=Binary, cmdclass={"build_ext": Build},
+      options={"egg_info": {"egg_base": str(MADE)}, "build": {"build_base": str(MADE)}})

@@ -126,26 +126,29 @@ std::string Unit::repr() const
 }
 
 Unit_Class::Unit_Class(py::module_& module)
-    : type_(module, "Unit",
-            "One unit at an I2C address of a bus.\n\nAn operation blocks its thread while the unit works, for at least "
-            "100 ms; other threads run meanwhile. A failure of the unit or of the bus raises an Error; the object stays "
-            "usable, and nothing is rolled back on the unit. Threads that share a Unit take turns, call by call. A with "
-            "block disconnects at its end.")
+    : type_(
+          module, "Unit",
+          "One unit at an I2C address of a bus.\n\nAn operation blocks its thread while the unit works, for at least "
+          "100 ms; other threads run meanwhile. A failure of the unit or of the bus raises an Error; the object stays "
+          "usable, and nothing is rolled back on the unit. Threads that share a Unit take turns, call by call. A with "
+          "block disconnects at its end.")
 {
     py::setattr(type_, "__module__", py::str("velm_zavra"));
-    type_.def(py::init([](unsigned int address, const std::string& bus, const std::optional<std::filesystem::path>& ini) {
-                  return std::make_unique<Unit>(address, bus, ini ? ini->string() : std::string());
-              }),
-              "address: 7-bit address of the unit\nbus: name of the bus, looked for in /dev or the directory that "
-              "VELM_I2C_BUS_DIR names\nini: file that the sensors are configured from; None leaves them as they are\n"
-              "Raises velm_zavra.Error when the bus cannot be opened, or the file has not what it should.",
-              py::arg("address") = 10U, py::arg("bus") = "i2c-0", py::arg("ini") = py::none());
+    type_.def(
+        py::init([](unsigned int address, const std::string& bus, const std::optional<std::filesystem::path>& ini) {
+            return std::make_unique<Unit>(address, bus, ini ? ini->string() : std::string());
+        }),
+        "address: 7-bit address of the unit\nbus: name of the bus, looked for in /dev or the directory that "
+        "VELM_I2C_BUS_DIR names\nini: file that the sensors are configured from; None leaves them as they are\n"
+        "Raises velm_zavra.Error when the bus cannot be opened, or the file has not what it should.",
+        py::arg("address") = 10U, py::arg("bus") = "i2c-0", py::arg("ini") = py::none());
     const auto connect = [](const py::object&, const std::filesystem::path& directory, const std::string& bus,
                             unsigned int address, const std::optional<std::filesystem::path>& ini) {
         return std::make_unique<Unit>(address, bus, ini ? ini->string() : std::string(), directory.string());
     };
     module.def("connect", connect, py::keep_alive<0, 1>()); // the bench is there as long as the unit
-    type_.def("disconnect", &Unit::disconnect, "Closes the connection, when a call that lasts is over. May be repeated.");
+    type_.def("disconnect", &Unit::disconnect,
+              "Closes the connection, when a call that lasts is over. May be repeated.");
     type_.def_property_readonly("connected", &Unit::is_connected, "Whether the unit has not been disconnected.");
     type_.def("__enter__", [](const py::object& self) { return self; });
     type_.def("__exit__", [](Unit& unit, const py::args&) { unit.disconnect(); });
@@ -207,7 +210,8 @@ void add_register_map(py::module_& module)
     type.def(py::init([](const std::filesystem::path& file) { return std::make_unique<Map>(file.string()); }),
              py::arg("map_file"), "map_file: INI file with a section per register and a key per bit");
     type.def("decode", py::overload_cast<VELM_ZAVRA_API_REGISTERS, unsigned int>(&Map::Decode, py::const_),
-             "decode(which, value) -> Register\n\nA register's word as named flags.", py::arg("which"), py::arg("value"));
+             "decode(which, value) -> Register\n\nA register's word as named flags.", py::arg("which"),
+             py::arg("value"));
     type.def("decode", py::overload_cast<const VELM_ZAVRA_API_REGISTER&>(&Map::Decode, py::const_),
              "decode(reading) -> Register\n\nA reading with the names of this map.", py::arg("reading"));
     type.def("encode", &Map::Encode, "encode(which, flags) -> int\n\nThe word in which the named flags are set.",

@@ -50,7 +50,7 @@ py::buffer_info numbers(void* data, const Type& type)
     auto stride = static_cast<py::ssize_t>(inner->size);
     for (std::size_t i = shape.size(); i-- > 0; stride *= shape[i])
         strides[i] = stride;
-    return {data, static_cast<py::ssize_t>(inner->size), inner->format, static_cast<py::ssize_t>(shape.size()), shape,
+    return {data,   static_cast<py::ssize_t>(inner->size), inner->format, static_cast<py::ssize_t>(shape.size()), shape,
             strides};
 }
 
@@ -205,15 +205,15 @@ std::string repr_of(const Type& type, void* value, py::handle owner)
 
 void add_values(py::module_& module)
 {
-    py::class_<Array> type(module, "Array", "An array inside a record, of fixed length; numpy.asarray() shares its memory.",
+    py::class_<Array> type(module, "Array",
+                           "An array inside a record, of fixed length; numpy.asarray() shares its memory.",
                            py::buffer_protocol());
     type.def("__len__", &Array::size);
     type.def("__getitem__", [](const Array& array, py::ssize_t index) {
         return array.element().get(array.at_signed(index), array.owner);
     });
-    type.def("__getitem__", [](const Array& array, const py::slice& slice) -> py::object {
-        return elements(array)[slice];
-    });
+    type.def("__getitem__",
+             [](const Array& array, const py::slice& slice) -> py::object { return elements(array)[slice]; });
     type.def("__iter__", [](const Array& array) { return py::iter(elements(array)); });
     type.def("__setitem__", [](const Array& array, py::ssize_t index, py::handle value) {
         array.element().set(array.at_signed(index), value);

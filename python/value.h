@@ -27,8 +27,8 @@ struct Type
     py::object (*get)(void* value, py::handle owner);
     void (*set)(void* value, py::handle from);
     std::size_t size;
-    const char* format;   ///< of a number, for numpy; null for anything else
-    const Type* element;  ///< of an array; null for anything else
+    const char* format;  ///< of a number, for numpy; null for anything else
+    const Type* element; ///< of an array; null for anything else
     std::size_t count;
     const Layout* layout; ///< of a record; null for anything else
 };
@@ -63,7 +63,8 @@ inline PyObject* enumeration_of = nullptr;
 py::object enumerator(PyObject* enumeration, unsigned int value);
 
 template <class T>
-concept Api_Enumeration = std::is_enum_v<T> && std::same_as<std::underlying_type_t<T>, unsigned int>;
+concept Api_Enumeration = std::is_enum_v<T> && std::same_as < std::underlying_type_t<T>,
+unsigned int > ;
 
 struct Member
 {
@@ -187,8 +188,7 @@ struct type_caster<E>
 
 /// Records are taken as they are, or made of what a constructor takes.
 template <class R>
-requires(zavra::python::is_api_record<R>)
-class type_caster<R> : public type_caster_base<R>
+requires(zavra::python::is_api_record<R>) class type_caster<R> : public type_caster_base<R>
 {
 public:
     bool load(handle from, bool convert)

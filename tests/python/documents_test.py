@@ -5,7 +5,6 @@ import re
 import subprocess
 import sys
 
-import pytest
 from conftest import SOURCES
 
 
@@ -28,7 +27,6 @@ def test_the_example_catches_the_tumble(tmp_path):
     assert report.read_bytes().startswith(b"\x89PNG")
 
 
-@pytest.mark.skipif("VELM_EMULATED" in os.environ, reason="jupyter's kernel takes minutes under emulation")
 def test_the_notebook(tmp_path):
     notebook = SOURCES / "examples/python/first_orbits.ipynb"
     assert not any(cell.get("outputs") for cell in json.loads(notebook.read_text())["cells"])

@@ -5,7 +5,6 @@ import pickle
 from datetime import datetime, timedelta, timezone
 from enum import IntEnum
 
-import numpy
 import pytest
 import velm_zavra
 from conftest import SOURCES
@@ -88,6 +87,7 @@ def test_texts_and_arrays_have_their_length():
 
 
 def test_numpy_shares_the_memory():
+    numpy = pytest.importorskip("numpy")
     frame = SensorTelemetry()
     gyros = numpy.asarray(frame.measured_angular_velocity_gyro_radps)
     assert gyros.shape == (4, 3) and gyros.dtype == numpy.float32
