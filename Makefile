@@ -1,5 +1,5 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-sanitize docs test-arm test-clang test-ground test-kaitai tidy protocol-reference benchmark size package abi abi-record clean
+.PHONY: help demo test test-sanitize docs test-arm test-clang test-ground test-kaitai test-view tidy protocol-reference benchmark size package abi abi-record clean
 
 # Whatever the caller's environment is: a locale that every machine has, and a shell without surprises.
 export LC_ALL := C.UTF-8
@@ -13,6 +13,7 @@ help:
 	@echo "make test-clang the tests built with Clang"
 	@echo "make test-ground  the exports against sigrok, an XML validator and Prometheus' own checks"
 	@echo "make test-kaitai  the Kaitai Struct export against its compiler, which comes from the npm registry"
+	@echo "make test-view  reports in a browser (Chromium); screenshots in build/view"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
 	@echo "make docs       the API reference, in build/docs/html, and a check of the manual pages"
 	@echo "make protocol-reference  rewrite docs/protocol.md from the command descriptors"
@@ -58,6 +59,11 @@ test-kaitai:
 	@cmake --build --preset dev --target zavractl -- --quiet
 	@npm install --silent --no-save --prefix build/kaitai kaitai-struct-compiler@0.10.0
 	@/usr/bin/python3 tests/ground/kaitai_test.py "$$PWD/build/kaitai/node_modules/kaitai-struct-compiler" build/dev/bin/zavractl
+
+test-view:
+	@scripts/setup.sh base view
+	@scripts/build.sh dev zavra-sim zavractl
+	@/usr/bin/python3 tests/view/report_test.py build/dev/bin build/view
 
 tidy:
 	@scripts/setup.sh base clang

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a build needs and that are not there yet.
-# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [ground] [kaitai]
+# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [ground] [kaitai] [view]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 declare -A packages=(
-    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libncurses-dev libtomlplusplus-dev libeigen3-dev libgtest-dev libgmock-dev pkgconf python3"
+    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libncurses-dev libtomlplusplus-dev libeigen3-dev libjs-dygraphs libjs-three libgtest-dev libgmock-dev pkgconf python3"
     [benchmark]="libbenchmark-dev"
     [clang]="clang clang-tidy clang-format"
     [arm]="g++-arm-linux-gnueabihf qemu-user"
@@ -13,6 +13,7 @@ declare -A packages=(
     [abi]="abigail-tools python3"
     [docs]="doxygen groff-base"
     [ground]="sigrok-cli libxml2-utils prometheus"
+    [view]="chromium chromium-driver python3-selenium fonts-dejavu-core"
     [kaitai]="npm python3-kaitaistruct python3-yaml"
 )
 

@@ -5,6 +5,7 @@
 #include "bench/satellite_file.h"
 #include "bench/scenario.h"
 #include "bench/test_bench.h"
+#include "report/report_file.h"
 
 #include "../common/bus_directory.h"
 
@@ -52,6 +53,15 @@ struct Options
     std::string run;
     std::string record;
     std::string record_interval = "1s";
+    std::string report;
+    std::string command_line;
+};
+
+/// What is written of the only unit's flight, where that is wanted.
+struct Writers
+{
+    std::optional<Recorder> recorder;
+    std::optional<Report_File> report;
 };
 
 /// The directory of the bus. One that somebody named is there already, unless it is to be made; it might be a slip.
@@ -69,13 +79,16 @@ std::filesystem::path bus_directory(const Options& options, bool named)
 }
 
 /// Sets the bench up as the options say.
-void prepare(Test_Bench& bench, const Options& options)
+void prepare(Test_Bench& bench, const Options& options, Writers& writers)
 try {
     for (const std::string& fault : options.faults)
         for (const unsigned int address : options.addresses)
             bench.unit(address).faults.set_rate(parse_fault_rate(fault));
     if (!options.scenario.empty())
-        Scenario(options.scenario).play(bench, options.addresses);
+        Scenario(options.scenario).play(bench, options.addresses, [&](const Json& event, const std::string& refusal) {
+            if (writers.report)
+                writers.report->add(bench.time.now(), event, refusal);
+        });
 } catch (const std::exception& error) {
     throw Usage_Error(error.what());
 }
@@ -87,8 +100,8 @@ try {
     constexpr double max_factor = 1000; // the control ticks keep up with on one core
     if (options.time_factor > max_factor)
         throw Usage_Error("A satellite keeps up with a time factor of at most 1000");
-    if (options.addresses.size() > 1 && !options.record.empty())
-        throw Usage_Error("A record is of one unit");
+    if (options.addresses.size() > 1 && !(options.record.empty() && options.report.empty()))
+        throw Usage_Error("A record or a report is of one unit");
     const Satellite_File file{options.satellite};
     for (const std::string& warning : file.warnings)
         std::cerr << "Warning: " << warning << "\n";
@@ -97,18 +110,27 @@ try {
     throw Usage_Error(error.what());
 }
 
-/// Records the only unit, where that is wanted.
-void record(std::optional<Recorder>& recorder, Test_Bench& bench, const Options& options)
+void write_flight(Writers& writers, Test_Bench& bench, const Options& options)
 {
-    if (options.record.empty())
+    if (options.record.empty() && options.report.empty())
         return;
+    Test_Bench::Unit& unit = bench.unit(options.addresses.front());
     try {
-        recorder.emplace(options.record, parse_duration(options.record_interval));
+        if (!options.record.empty())
+            writers.recorder.emplace(options.record, parse_duration(options.record_interval));
     } catch (const std::invalid_argument& error) {
         throw Usage_Error(error.what());
     }
-    Test_Bench::Unit& unit = bench.unit(options.addresses.front());
-    unit.satellite->observe([&] { recorder->record(unit); });
+    if (!options.report.empty())
+        writers.report.emplace(options.report, unit, options.command_line,
+                               std::vector{options.satellite, options.scenario});
+    unit.satellite->observe([&] {
+        const Sample sample = sample_of(unit);
+        if (writers.recorder)
+            writers.recorder->record(sample);
+        if (writers.report)
+            writers.report->add(sample);
+    });
 }
 
 /// Without a bus, as fast as the computer can.
@@ -122,11 +144,13 @@ void run_alone(const Options& options, const sigset_t& stop_signals)
     }
     Manual_Clock clock;
     Test_Bench bench{clock, {.addresses = options.addresses, .seed = options.seed, .satellite = satellite_of(options)}};
-    prepare(bench, options);
-    std::optional<Recorder> recorder;
-    record(recorder, bench, options);
-    simulator::run(clock, bench, bench.unit(options.addresses.front()), duration, stop_signals, recorder,
+    Writers writers;
+    prepare(bench, options, writers);
+    write_flight(writers, bench, options);
+    simulator::run(clock, bench, bench.unit(options.addresses.front()), duration, stop_signals, writers.recorder,
                    options.record == "-" ? std::cerr : std::cout);
+    if (writers.report)
+        writers.report->write();
 }
 
 void run(const Options& options, bool directory_is_named, const sigset_t& stop_signals)
@@ -143,18 +167,21 @@ void run(const Options& options, bool directory_is_named, const sigset_t& stop_s
                       .time_factor = options.time_factor,
                       .unit = {.latency = Clock::Time(options.latency_msec)},
                       .satellite = satellite_of(options)}};
-    prepare(bench, options);
+    Writers writers;
+    prepare(bench, options, writers);
+    write_flight(writers, bench, options);
     std::optional<Journal> journal;
-    if (!options.journal.empty()) {
+    if (!options.journal.empty())
         journal.emplace(options.journal);
+    if (journal || writers.report)
         for (const unsigned int address : options.addresses)
-            bench.unit(address).faults.observe([&journal, &options, address](const Transaction& transaction) {
-                journal->write(journal_line(options.bus, address, transaction));
+            bench.unit(address).faults.observe([&, address](const Transaction& transaction) {
+                const Json entry = journal_entry(options.bus, address, transaction);
+                if (journal)
+                    journal->write(entry.dump());
+                if (writers.report)
+                    writers.report->add(entry);
             });
-    }
-
-    std::optional<Recorder> recorder;
-    record(recorder, bench, options);
 
     const std::filesystem::path directory = bus_directory(options, directory_is_named);
     const Control_Server control{bench, directory / options.bus};
@@ -171,6 +198,10 @@ void run(const Options& options, bool directory_is_named, const sigset_t& stop_s
         sigwait(&stop_signals, &signal);
     } else {
         keep_time(bench, stop_signals);
+    }
+    if (writers.report) {
+        bench.time.run_due(); // its first moment at least
+        writers.report->write();
     }
 }
 
@@ -215,11 +246,14 @@ try {
     app.add_option("--record-interval", options.record_interval, "Time between the lines of the record")
         ->needs(record)
         ->capture_default_str();
+    app.add_option("--report", options.report, "HTML page of what the satellite did, written in the end")
+        ->needs(satellite);
     app.add_option("--run", options.run, "Let the satellite fly for a time, like 90s or 6h, without a bus")
         ->needs(satellite)
         ->excludes("--journal")
         ->excludes("--fault")
         ->excludes("--time-factor");
+    options.command_line = command_line(argc, argv);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

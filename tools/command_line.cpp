@@ -6,6 +6,7 @@
 #include "decode.h"
 #include "export_files.h"
 #include "failure.h"
+#include "flight_report.h"
 #include "moment.h"
 #include "perform.h"
 #include "sim_commands.h"
@@ -290,6 +291,11 @@ void Command_Line::add_exports()
     add("export vcd", "A simulated unit's journal as a capture of the bus that --bus names", to_file,
         [this] { export_vcd(text_, options_.target.bus, output_, out_); })
         ->add_option("journal", text_, "The journal; - is standard input")
+        ->required();
+    add("report", "A page of plots and tables of a satellite's record", to_file,
+        [this] { report_record(text_, output_, out_); })
+        ->group("Offline")
+        ->add_option("record", text_, "What zavra-sim --record wrote")
         ->required();
 }
 

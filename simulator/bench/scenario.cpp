@@ -79,7 +79,8 @@ void Scenario::read(std::vector<Problem>& problems)
         for (const toml::node& node : *list) {
             const std::size_t line = node.source().begin.line;
             try {
-                events_.push_back({Event(json_of(node)), line});
+                Json source = json_of(node);
+                events_.push_back({Event(source), line, std::move(source)});
             } catch (const std::invalid_argument& error) {
                 problems.push_back({line, error.what()});
             }
@@ -87,21 +88,25 @@ void Scenario::read(std::vector<Problem>& problems)
     }
 }
 
-void Scenario::play(Test_Bench& bench, const std::vector<unsigned int>& addresses) const
+void Scenario::play(Test_Bench& bench, const std::vector<unsigned int>& addresses, const Observer& observer) const
 {
-    for (const auto& [event, line] : events_)
+    for (const auto& [event, line, source] : events_)
         if (event.address && std::find(addresses.begin(), addresses.end(), *event.address) == addresses.end())
             throw std::runtime_error(
                 located(file_, {line, "address: there is no unit at " + std::to_string(*event.address)}));
-    for (const auto& [event, line] : events_)
+    for (const auto& [event, line, source] : events_)
         for (const unsigned int address : addresses)
             if (event.address.value_or(address) == address)
-                bench.time.at(event.time, [&unit = bench.unit(address), event = event] {
+                bench.time.at(event.time, [&unit = bench.unit(address), event = event, source = source, observer] {
+                    std::string refusal;
                     try {
                         event.happen(unit);
                     } catch (const std::runtime_error& error) {
-                        std::cerr << std::string("Scenario: ") + error.what() + "\n" << std::flush;
+                        refusal = error.what();
+                        std::cerr << "Scenario: " + refusal + "\n" << std::flush;
                     }
+                    if (observer)
+                        observer(source, refusal);
                 });
 }
 

@@ -1,0 +1,23 @@
+# Puts a page together and makes a C++ string of it: cmake -DPAGE=page.html -DDIRECTORIES=a|b -DNAME=variable -DOUTPUT=page.cpp
+# A line "@embed FILE@" of the page stands for a file of one of the directories.
+string(REPLACE "|" ";" directories "${DIRECTORIES}")
+file(READ ${PAGE} text)
+string(REGEX MATCHALL "@embed [^@]+@" marks "${text}")
+foreach(mark IN LISTS marks)
+  string(REGEX REPLACE "@embed (.+)@" "\\1" name "${mark}")
+  unset(file CACHE)
+  find_file(file ${name} PATHS ${directories} REQUIRED NO_DEFAULT_PATH)
+  file(READ ${file} part)
+  string(REGEX REPLACE "\n//# sourceMappingURL=[^\n]*" "" part "${part}") # there is no such file
+  string(REPLACE "${mark}" "${part}" text "${text}")
+endforeach()
+file(WRITE ${OUTPUT} "#include <string_view>
+
+namespace zavra::simulator
+{
+
+extern const std::string_view ${NAME};
+const std::string_view ${NAME} = R\"~page~(${text})~page~\";
+
+}
+")
