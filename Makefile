@@ -1,5 +1,5 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-sanitize docs test-arm test-clang test-ground test-kaitai test-view tidy protocol-reference benchmark size package abi abi-record clean
+.PHONY: help demo test test-sanitize docs test-arm test-clang test-ground test-kaitai test-view campaign tidy protocol-reference benchmark size package abi abi-record clean
 
 # Whatever the caller's environment is: a locale that every machine has, and a shell without surprises.
 export LC_ALL := C.UTF-8
@@ -13,7 +13,8 @@ help:
 	@echo "make test-clang the tests built with Clang"
 	@echo "make test-ground  the exports against sigrok, an XML validator and Prometheus' own checks"
 	@echo "make test-kaitai  the Kaitai Struct export against its compiler, which comes from the npm registry"
-	@echo "make test-view  reports in a browser (Chromium); screenshots in build/view"
+	@echo "make test-view  the pages in a browser (Chromium); screenshots in build/view"
+	@echo "make campaign  200 detumblings of a 3U on all cores, in build/campaign"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
 	@echo "make docs       the API reference, in build/docs/html, and a check of the manual pages"
 	@echo "make protocol-reference  rewrite docs/protocol.md from the command descriptors"
@@ -63,7 +64,16 @@ test-kaitai:
 test-view:
 	@scripts/setup.sh base view
 	@scripts/build.sh dev zavra-sim zavractl
-	@/usr/bin/python3 tests/view/report_test.py build/dev/bin build/view
+	@for pages in report campaign; do \
+		/usr/bin/python3 tests/view/$${pages}_test.py build/dev/bin build/view || exit 1; \
+	done
+
+campaign:
+	@scripts/setup.sh base benchmark campaign
+	@scripts/build.sh release zavra-sim zavractl
+	@scripts/campaign.sh build/release/bin/zavra-sim build/campaign 1 200 --satellite examples/satellites/3u.toml \
+		--scenario examples/flights/detumbling.toml --vary examples/campaigns/detumbling_3u.toml --run 3h
+	@build/release/bin/zavractl campaign build/campaign/results.jsonl -o build/campaign/campaign.html
 
 tidy:
 	@scripts/setup.sh base clang

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a build needs and that are not there yet.
-# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [ground] [kaitai] [view]
+# Usage: setup.sh [base] [benchmark] [clang] [arm] [package] [abi] [docs] [ground] [kaitai] [campaign] [view]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -13,6 +13,7 @@ declare -A packages=(
     [abi]="abigail-tools python3"
     [docs]="doxygen groff-base"
     [ground]="sigrok-cli libxml2-utils prometheus"
+    [campaign]="parallel"
     [view]="chromium chromium-driver python3-selenium fonts-dejavu-core"
     [kaitai]="npm python3-kaitaistruct python3-yaml"
 )

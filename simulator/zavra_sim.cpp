@@ -5,7 +5,9 @@
 #include "bench/satellite_file.h"
 #include "bench/scenario.h"
 #include "bench/test_bench.h"
+#include "bench/variation.h"
 #include "report/report_file.h"
+
 
 #include "../common/bus_directory.h"
 
@@ -54,6 +56,7 @@ struct Options
     std::string record;
     std::string record_interval = "1s";
     std::string report;
+    std::string vary;
     std::string command_line;
 };
 
@@ -62,7 +65,25 @@ struct Writers
 {
     std::optional<Recorder> recorder;
     std::optional<Report_File> report;
+    std::optional<Summary> summary;
+
+    /// To those that show it: a sample, or a transaction as the journal has it.
+    template <class What>
+    void add(const What& what)
+    {
+        if (report)
+            report->add(what);
+    }
 };
+
+/// What a value of the command line makes.
+template <class Make>
+auto given(const Make& make)
+try {
+    return make();
+} catch (const std::invalid_argument& error) {
+    throw Usage_Error(error.what());
+}
 
 /// The directory of the bus. One that somebody named is there already, unless it is to be made; it might be a slip.
 std::filesystem::path bus_directory(const Options& options, bool named)
@@ -79,21 +100,31 @@ std::filesystem::path bus_directory(const Options& options, bool named)
 }
 
 /// Sets the bench up as the options say.
-void prepare(Test_Bench& bench, const Options& options, Writers& writers)
+void prepare(Test_Bench& bench, const Options& options, Writers& writers, const Variation* variation = nullptr)
 try {
     for (const std::string& fault : options.faults)
         for (const unsigned int address : options.addresses)
             bench.unit(address).faults.set_rate(parse_fault_rate(fault));
+    const auto tell = [&](const Json& event, const std::string& refusal) {
+        if (writers.report)
+            writers.report->add(bench.time.now(), event, refusal);
+    };
     if (!options.scenario.empty())
-        Scenario(options.scenario).play(bench, options.addresses, [&](const Json& event, const std::string& refusal) {
-            if (writers.report)
-                writers.report->add(bench.time.now(), event, refusal);
-        });
+        Scenario(options.scenario).play(bench, options.addresses, tell);
+    if (variation != nullptr)
+        Scenario(variation->events()).play(bench, options.addresses, tell);
 } catch (const std::exception& error) {
     throw Usage_Error(error.what());
 }
 
-std::optional<Satellite_Settings> satellite_of(const Options& options)
+std::optional<Variation> variation_of(const Options& options)
+try {
+    return options.vary.empty() ? std::nullopt : std::optional<Variation>(std::in_place, options.vary, options.seed);
+} catch (const std::runtime_error& error) {
+    throw Usage_Error(error.what());
+}
+
+std::optional<Satellite_Settings> satellite_of(const Options& options, Variation* variation = nullptr)
 try {
     if (options.satellite.empty())
         return std::nullopt;
@@ -102,7 +133,7 @@ try {
         throw Usage_Error("A satellite keeps up with a time factor of at most 1000");
     if (options.addresses.size() > 1 && !(options.record.empty() && options.report.empty()))
         throw Usage_Error("A record or a report is of one unit");
-    const Satellite_File file{options.satellite};
+    const Satellite_File file{options.satellite, variation};
     for (const std::string& warning : file.warnings)
         std::cerr << "Warning: " << warning << "\n";
     return file.settings;
@@ -112,45 +143,52 @@ try {
 
 void write_flight(Writers& writers, Test_Bench& bench, const Options& options)
 {
-    if (options.record.empty() && options.report.empty())
+    if (options.record.empty() && options.report.empty() && options.vary.empty())
         return;
     Test_Bench::Unit& unit = bench.unit(options.addresses.front());
-    try {
-        if (!options.record.empty())
-            writers.recorder.emplace(options.record, parse_duration(options.record_interval));
-    } catch (const std::invalid_argument& error) {
-        throw Usage_Error(error.what());
-    }
+    if (!options.record.empty())
+        given([&] { writers.recorder.emplace(options.record, parse_duration(options.record_interval)); });
     if (!options.report.empty())
         writers.report.emplace(options.report, unit, options.command_line,
-                               std::vector{options.satellite, options.scenario});
+                               std::vector{options.satellite, options.scenario, options.vary});
+    if (!options.vary.empty())
+        writers.summary.emplace(limits_of(unit));
     unit.satellite->observe([&] {
         const Sample sample = sample_of(unit);
         if (writers.recorder)
             writers.recorder->record(sample);
-        if (writers.report)
-            writers.report->add(sample);
+        if (writers.summary)
+            writers.summary->add(sample);
+        writers.add(sample);
     });
 }
 
 /// Without a bus, as fast as the computer can.
 void run_alone(const Options& options, const sigset_t& stop_signals)
 {
-    Clock::Time duration{};
-    try {
-        duration = parse_duration(options.run);
-    } catch (const std::invalid_argument& error) {
-        throw Usage_Error(error.what());
-    }
+    const Clock::Time duration = given([&] { return parse_duration(options.run); });
     Manual_Clock clock;
-    Test_Bench bench{clock, {.addresses = options.addresses, .seed = options.seed, .satellite = satellite_of(options)}};
+    std::optional<Variation> variation = variation_of(options);
+    Variation* const varied = variation ? &*variation : nullptr;
+    Test_Bench bench{
+        clock, {.addresses = options.addresses, .seed = options.seed, .satellite = satellite_of(options, varied)}};
     Writers writers;
-    prepare(bench, options, writers);
+    prepare(bench, options, writers, varied);
     write_flight(writers, bench, options);
-    simulator::run(clock, bench, bench.unit(options.addresses.front()), duration, stop_signals, writers.recorder,
-                   options.record == "-" ? std::cerr : std::cout);
+    const bool finished =
+        simulator::run(clock, bench, bench.unit(options.addresses.front()), duration, stop_signals, writers.recorder,
+                       options.record == "-" || varied != nullptr ? std::cerr : std::cout);
     if (writers.report)
         writers.report->write();
+    if (varied == nullptr)
+        return;
+    if (!finished)
+        throw std::runtime_error("Stopped before there was a result");
+    std::cout << json::shown({{"seed", options.seed},
+                              {"drawn", variation->drawn()},
+                              {"results", writers.summary->results()},
+                              {"command_line", options.command_line}})
+              << std::endl;
 }
 
 void run(const Options& options, bool directory_is_named, const sigset_t& stop_signals)
@@ -179,8 +217,7 @@ void run(const Options& options, bool directory_is_named, const sigset_t& stop_s
                 const Json entry = journal_entry(options.bus, address, transaction);
                 if (journal)
                     journal->write(entry.dump());
-                if (writers.report)
-                    writers.report->add(entry);
+                writers.add(entry);
             });
 
     const std::filesystem::path directory = bus_directory(options, directory_is_named);
@@ -248,11 +285,14 @@ try {
         ->capture_default_str();
     app.add_option("--report", options.report, "HTML page of what the satellite did, written in the end")
         ->needs(satellite);
+    CLI::Option* const vary =
+        app.add_option("--vary", options.vary, "TOML file of what is drawn from the seed; the result is a JSON line");
     app.add_option("--run", options.run, "Let the satellite fly for a time, like 90s or 6h, without a bus")
         ->needs(satellite)
         ->excludes("--journal")
         ->excludes("--fault")
         ->excludes("--time-factor");
+    vary->needs("--run");
     options.command_line = command_line(argc, argv);
     try {
         app.parse(argc, argv);

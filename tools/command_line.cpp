@@ -1,4 +1,5 @@
 #include "command_line.h"
+#include "campaign.h"
 #include "check.h"
 #include "commands.h"
 #include "complaint.h"
@@ -296,6 +297,11 @@ void Command_Line::add_exports()
         [this] { report_record(text_, output_, out_); })
         ->group("Offline")
         ->add_option("record", text_, "What zavra-sim --record wrote")
+        ->required();
+    add("campaign", "How the results of a campaign are spread, and the worst seeds", "A page of histograms and plots",
+        [this] { show_campaign(text_, output_, out_); })
+        ->group("Offline")
+        ->add_option("results", text_, "Lines that zavra-sim --vary wrote")
         ->required();
 }
 

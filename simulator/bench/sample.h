@@ -57,7 +57,8 @@ inline constexpr std::array<std::string_view, 40> record_columns{
 consteval std::size_t column(std::string_view name)
 {
     const auto* const found = std::ranges::find(record_columns, name);
-    return found == record_columns.end() ? throw "there is no such column" : static_cast<std::size_t>(found - record_columns.begin());
+    return found == record_columns.end() ? throw "there is no such column"
+                                         : static_cast<std::size_t>(found - record_columns.begin());
 }
 
 /// One moment of a satellite's flight, a number for each column: the truth, what the actuators do, the unit's mode, and

@@ -1,40 +1,16 @@
 #include "scenario.h"
 
+#include "toml_reader.h"
+
 #include <algorithm>
 #include <iostream>
 #include <stdexcept>
-#include <toml++/toml.h>
 
 namespace zavra::simulator
 {
 
 namespace
 {
-
-Json json_of(const toml::node& node)
-{
-    if (const auto* table = node.as_table()) {
-        Json object = Json::object();
-        for (const auto& [key, value] : *table)
-            object[std::string(key.str())] = json_of(value);
-        return object;
-    }
-    if (const auto* array = node.as_array()) {
-        Json list = Json::array();
-        for (const auto& value : *array)
-            list.push_back(json_of(value));
-        return list;
-    }
-    if (const auto* text = node.as_string())
-        return text->get();
-    if (const auto* integer = node.as_integer())
-        return integer->get();
-    if (const auto* number = node.as_floating_point())
-        return json::number(number->get());
-    if (const auto* boolean = node.as_boolean())
-        return boolean->get();
-    throw std::invalid_argument("dates and times have no meaning here");
-}
 
 std::string located(const std::string& file, const Scenario::Problem& problem)
 {
@@ -49,6 +25,12 @@ Scenario::Scenario(const std::filesystem::path& file) : file_(file.string())
     read(problems);
     if (!problems.empty())
         throw std::runtime_error(located(file_, problems.front()));
+}
+
+Scenario::Scenario(const std::vector<Json>& events)
+{
+    for (const Json& source : events)
+        events_.push_back({Event(source), 0, source});
 }
 
 std::vector<Scenario::Problem> Scenario::problems(const std::filesystem::path& file)

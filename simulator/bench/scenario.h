@@ -23,6 +23,9 @@ public:
     /// @throws std::runtime_error  when the file cannot be read or does not make sense, with the line
     explicit Scenario(const std::filesystem::path& file);
 
+    /// @throws std::invalid_argument  when one does not make sense
+    explicit Scenario(const std::vector<Json>& events);
+
     /// All that does not make sense in a file.
     static std::vector<Problem> problems(const std::filesystem::path& file);
 

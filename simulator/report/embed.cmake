@@ -2,15 +2,14 @@
 # A line "@embed FILE@" of the page stands for a file of one of the directories.
 string(REPLACE "|" ";" directories "${DIRECTORIES}")
 file(READ ${PAGE} text)
-string(REGEX MATCHALL "@embed [^@]+@" marks "${text}")
-foreach(mark IN LISTS marks)
-  string(REGEX REPLACE "@embed (.+)@" "\\1" name "${mark}")
+while(text MATCHES "@embed ([^@]+)@") # a file may have such lines as well
+  set(mark "${CMAKE_MATCH_0}")
   unset(file CACHE)
-  find_file(file ${name} PATHS ${directories} REQUIRED NO_DEFAULT_PATH)
+  find_file(file ${CMAKE_MATCH_1} PATHS ${directories} REQUIRED NO_DEFAULT_PATH)
   file(READ ${file} part)
   string(REGEX REPLACE "\n//# sourceMappingURL=[^\n]*" "" part "${part}") # there is no such file
   string(REPLACE "${mark}" "${part}" text "${text}")
-endforeach()
+endwhile()
 file(WRITE ${OUTPUT} "#include <string_view>
 
 namespace zavra::simulator

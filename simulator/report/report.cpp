@@ -44,15 +44,6 @@ void append_poses(std::string& text, std::string_view name, const Thinned_Poses&
     text.back() = ']';
 }
 
-/// What may stand in a script element.
-std::string in_script(const Json& value)
-{
-    std::string text;
-    for (const char c : json::shown(value))
-        c == '<' ? text += "\\u003c" : text += c;
-    return text;
-}
-
 Json numbers(const Eigen::Vector3d& vector)
 {
     return {vector.x(), vector.y(), vector.z()};
@@ -118,7 +109,7 @@ void Report::add_event(double time_s, const std::string& kind, const std::string
         events_.push_back({{"time_s", time_s}, {"kind", kind}, {"text", text}});
 }
 
-std::string Report::data() const
+std::string Report::data(const Json& live) const
 {
     Json about{{"title", origin_.title},
                {"start_epoch_msec", start_epoch_msec_},
@@ -131,7 +122,8 @@ std::string Report::data() const
                {"shadows", Json::array()},
                {"events", events_},
                {"events_left_out", events_left_out_},
-               {"mode_names", Modes::mode_names}};
+               {"mode_names", Modes::mode_names},
+               {"live", live}};
     for (const auto& [name, text] : origin_.files)
         about["files"].push_back({{"name", name}, {"text", text}});
     for (const Interval& shadow : shadows_)
@@ -146,7 +138,8 @@ std::string Report::data() const
     text += ",\"curves\":{";
     for (std::size_t i = 0; i < number_of_curves; ++i) {
         if (const auto values = curves_.values(i); !values.empty()) {
-            append_list(text, i < recorded_curves ? record_columns[first_curve + i] : derived_curves[i - recorded_curves],
+            append_list(text,
+                        i < recorded_curves ? record_columns[first_curve + i] : derived_curves[i - recorded_curves],
                         values, 5);
             text += ',';
         }
@@ -159,11 +152,24 @@ std::string Report::data() const
     return text + '}';
 }
 
-std::string Report::html() const
+std::string Report::html(const Json& live) const
+{
+    return page_with(report_page, data(live));
+}
+
+std::string page_with(std::string_view page, const std::string& data)
 {
     constexpr std::string_view mark = "@data@";
-    const std::size_t place = report_page.find(mark);
-    return std::string(report_page.substr(0, place)) + data() + std::string(report_page.substr(place + mark.size()));
+    const std::size_t place = page.find(mark);
+    return std::string(page.substr(0, place)) + data + std::string(page.substr(place + mark.size()));
+}
+
+std::string in_script(const Json& value)
+{
+    std::string text;
+    for (const char c : json::shown(value))
+        c == '<' ? text += "\\u003c" : text += c;
+    return text;
 }
 
 }

@@ -35,7 +35,8 @@ public:
     const Summary& summary() const { return summary_; }
 
     /// The page.
-    std::string html() const;
+    /// @param live  what it needs to go on with the flight; null when that is over
+    std::string html(const Json& live = {}) const;
 
 private:
     struct Interval
@@ -44,7 +45,7 @@ private:
     };
 
     void add_shadow(const Sample& sample);
-    std::string data() const;
+    std::string data(const Json& live) const;
 
     Origin origin_;
     Summary summary_;
@@ -58,7 +59,13 @@ private:
     bool begun_ = false;
 };
 
-/// The page around the data, as the build put it together.
+/// The pages around their data, as the build put them together.
 extern const std::string_view report_page;
+extern const std::string_view campaign_page;
+
+std::string page_with(std::string_view page, const std::string& data);
+
+/// As text that may stand in a script element.
+std::string in_script(const Json& value);
 
 }

@@ -35,9 +35,10 @@ Report::Origin origin_of(const Test_Bench::Unit& unit, const std::string& comman
 Report_File::Report_File(const std::string& path, Test_Bench::Unit& unit, const std::string& command_line,
                          const std::vector<std::string>& files)
     : path_(path),
-      file_(path, std::ios::binary),
       report_(origin_of(unit, command_line, files), limits_of(unit))
 {
+    if (!path_.empty())
+        file_.open(path_, std::ios::binary);
     if (!file_)
         fail(path_);
 }
@@ -82,6 +83,8 @@ void Report_File::add(const Json& journal_entry)
 
 void Report_File::write()
 {
+    if (path_.empty())
+        return;
     errno = 0;
     file_ << report_.html();
     file_.close();
@@ -94,8 +97,9 @@ std::string command_line(int argc, const char* const* argv)
     std::string line;
     for (int i = 0; i < argc; ++i) {
         std::string word = i == 0 ? std::filesystem::path(argv[0]).filename().string() : argv[i];
-        if (word.empty() || word.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./=:,+@") !=
-                                std::string::npos) {
+        if (word.empty() ||
+            word.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./=:,+@") !=
+                std::string::npos) {
             for (std::size_t quote = 0; (quote = word.find('\'', quote)) != std::string::npos; quote += 4)
                 word.replace(quote, 1, "'\\''");
             word = '\'' + word + '\'';

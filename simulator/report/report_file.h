@@ -12,6 +12,7 @@ namespace zavra::simulator
 class Report_File
 {
 public:
+    /// @param path  empty where nothing is to be written
     /// @param files  the run was made from; their texts go into the report, empty names do not
     /// @throws std::runtime_error  when the file cannot be opened
     Report_File(const std::string& path, Test_Bench::Unit& unit, const std::string& command_line,
@@ -24,6 +25,8 @@ public:
 
     /// A transaction as the journal has it. What only asks, and went well, is left out.
     void add(const Json& journal_entry);
+
+    const Report& report() const { return report_; }
 
     /// @throws std::runtime_error  when the disk is full
     void write();

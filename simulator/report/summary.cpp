@@ -140,13 +140,14 @@ void Summary::add_to_visit(const Sample& sample)
 Json Summary::Visit::to_json() const
 {
     const bool known = mode < Modes::mode_names.size();
-    return {{"mode", mode},
-            {"name", known ? Modes::mode_names[mode] : "unknown"},
-            {"from_s", from_s},
-            {"until_s", until_s},
-            {"settled_s", json_of(settling.time_s())},
-            {"pointing_error_rad", (pointing_error_settled.empty() ? pointing_error : pointing_error_settled).to_json()},
-            {"estimation_error_rad", estimation_error.to_json()}};
+    return {
+        {"mode", mode},
+        {"name", known ? Modes::mode_names[mode] : "unknown"},
+        {"from_s", from_s},
+        {"until_s", until_s},
+        {"settled_s", json_of(settling.time_s())},
+        {"pointing_error_rad", (pointing_error_settled.empty() ? pointing_error : pointing_error_settled).to_json()},
+        {"estimation_error_rad", estimation_error.to_json()}};
 }
 
 Json Summary::to_json(const std::vector<Actuator>& actuators)
@@ -187,6 +188,30 @@ Json Summary::to_json() const
             {"visits", visits},
             {"wheels", to_json(wheels_)},
             {"magnetorquers", to_json(magnetorquers_)}};
+}
+
+Json Summary::results() const
+{
+    const Json all = to_json();
+    const auto p95 = [](const Json& spread) { return spread.is_null() ? Json() : spread["p95"]; };
+    Json pointing_error;
+    for (const Json& visit : all["visits"])
+        if (!visit["pointing_error_rad"].is_null())
+            pointing_error = p95(visit["pointing_error_rad"]);
+    double speed = 0;
+    double saturated = 0;
+    for (const Actuator& wheel : wheels_) {
+        speed = std::max(speed, wheel.peak);
+        saturated = std::max(saturated, wheel.saturated_s);
+    }
+    return {{"caught_s", all["caught_s"]},
+            {"settled_s", all["settled_s"]},
+            {"end_rate_radps", all["end_rate_radps"]},
+            {"greatest_rate_radps", all["greatest_rate_radps"]},
+            {"pointing_error_rad", pointing_error},
+            {"estimation_error_rad", p95(all["estimation_error_rad"])},
+            {"greatest_wheel_speed_radps", speed},
+            {"wheel_saturated_s", saturated}};
 }
 
 double estimation_error_rad(const Sample& sample)

@@ -64,9 +64,9 @@ Actuator_Limits limits_of(Test_Bench::Unit& unit);
 class Summary
 {
 public:
-    static constexpr double caught_radps = 0.017453292519943295;       ///< 1 deg/s
-    static constexpr double settled_rad = 0.017453292519943295;        ///< 1 deg
-    static constexpr std::size_t most_visits = 200;                    ///< Of modes; what comes after is not told
+    static constexpr double caught_radps = 0.017453292519943295; ///< 1 deg/s
+    static constexpr double settled_rad = 0.017453292519943295;  ///< 1 deg
+    static constexpr std::size_t most_visits = 200;              ///< Of modes; what comes after is not told
 
     explicit Summary(const Actuator_Limits& limits = {});
 
@@ -77,11 +77,19 @@ public:
     ///     {"duration_s", "start_rate_radps", "end_rate_radps", "greatest_rate_radps", "caught_s", "shadow_part",
     ///      "estimation_error_rad": {"median", "p95", "p99", "max"}, "pointing_error_rad": the same,
     ///      "settled_s": after the beginning of the last mode that points,
-    ///      "visits": [{"mode", "name", "from_s", "until_s", "settled_s", "pointing_error_rad", "estimation_error_rad"}],
-    ///      "wheels": [{"name", "peak", "limit", "saturated_s"}], "magnetorquers": the same}
+    ///      "visits": [{"mode", "name", "from_s", "until_s", "settled_s", "pointing_error_rad",
+    ///      "estimation_error_rad"}], "wheels": [{"name", "peak", "limit", "saturated_s"}], "magnetorquers": the same}
     ///
     /// A visit is a stay in a mode; its errors are those since it has settled, and where it has not, of all of it.
     Json to_json() const;
+
+    /// The numbers of it that runs are compared by; null for what never came:
+    ///
+    ///     {"caught_s", "settled_s", "end_rate_radps", "greatest_rate_radps", "pointing_error_rad": 95 % in the last
+    ///     mode
+    ///      that points, "estimation_error_rad": 95 %, "greatest_wheel_speed_radps", "wheel_saturated_s": the worst
+    ///      one}
+    Json results() const;
 
 private:
     struct Visit

@@ -14,9 +14,9 @@ void append_json(std::string& text, double number, int digits)
         return;
     }
     char characters[32];
-    text.append(characters, std::to_chars(characters, characters + sizeof characters, number,
-                                          std::chars_format::general, digits)
-                                .ptr);
+    text.append(
+        characters,
+        std::to_chars(characters, characters + sizeof characters, number, std::chars_format::general, digits).ptr);
 }
 
 void Thinned_Curves::Stroke::add(double value)

@@ -12,8 +12,8 @@ namespace zavra::simulator
 void append_json(std::string& text, double number, int digits);
 
 /// Curves over time for a picture: memory and file stay small however long they get, and no extreme is lost. Rows fall
-/// into buckets of the same number of rows; a bucket keeps of each column the least and the greatest value, in the order
-/// in which they came. When there are too many buckets, two become one.
+/// into buckets of the same number of rows; a bucket keeps of each column the least and the greatest value, in the
+/// order in which they came. When there are too many buckets, two become one.
 class Thinned_Curves
 {
 public:
@@ -49,8 +49,8 @@ private:
     std::vector<Stroke> strokes_; // by bucket, then column
 };
 
-/// Rows at even distances, for what moves without leaps: each so-manieth is kept, and when there are too many, every other
-/// one of them.
+/// Rows at even distances, for what moves without leaps: each so-manieth is kept, and when there are too many, every
+/// other one of them.
 class Thinned_Poses
 {
 public:

@@ -1,14 +1,28 @@
 '''A real browser without a window, and what it complains about.'''
 import pathlib
+import subprocess
+import sys
 import unittest
 
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 
+PROGRAMS = pathlib.Path(sys.argv[1]).resolve()
+SCREENSHOTS = pathlib.Path(sys.argv[2])
+EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / 'examples'
+
+
+def run(*words):
+    '''What the program writes to standard output.'''
+    return subprocess.run([str(word) for word in words], check=True, text=True, stdout=subprocess.PIPE,
+                          stderr=subprocess.DEVNULL).stdout
+
+
+def main():
+    unittest.main(argv=sys.argv[:1])
+
 
 class Browser_Case(unittest.TestCase):
-    '''Each test opens pages of its own; screenshots go where SCREENSHOTS says.'''
-    SCREENSHOTS = pathlib.Path('build/view')
 
     @classmethod
     def setUpClass(cls):
@@ -19,7 +33,7 @@ class Browser_Case(unittest.TestCase):
         options.set_capability('goog:loggingPrefs', {'browser': 'ALL'})
         cls.browser = webdriver.Chrome(service=Service('/usr/bin/chromedriver'), options=options)
         cls.browser.set_script_timeout(60)
-        cls.SCREENSHOTS.mkdir(parents=True, exist_ok=True)
+        SCREENSHOTS.mkdir(parents=True, exist_ok=True)
 
     @classmethod
     def tearDownClass(cls):
@@ -32,7 +46,7 @@ class Browser_Case(unittest.TestCase):
         return self.browser.execute_script(f'return {expression}')
 
     def screenshot(self, name):
-        self.browser.save_screenshot(str(self.SCREENSHOTS / f'{name}.png'))
+        self.browser.save_screenshot(str(SCREENSHOTS / f'{name}.png'))
 
     def assert_no_complaints(self):
         self.assertEqual([entry['message'] for entry in self.browser.get_log('browser')], [])

@@ -1,26 +1,17 @@
 '''Reports of flights in a real browser.
 
-Usage: report_test.py DIRECTORY_OF_PROGRAMS [SCREENSHOTS]
+Usage: report_test.py DIRECTORY_OF_PROGRAMS DIRECTORY_FOR_SCREENSHOTS
 '''
 import csv
 import pathlib
-import subprocess
-import sys
 import tempfile
-import unittest
 
 from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.by import By
 
-from browser import Browser_Case
+from browser import EXAMPLES, PROGRAMS, Browser_Case, main, run
 
-PROGRAMS = pathlib.Path(sys.argv[1]).resolve()
-EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / 'examples'
 EXPECTED_PLOTS = {'rates', 'attitude', 'wheels', 'field', 'sun'}
-
-
-def run(*words):
-    subprocess.run([str(word) for word in words], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 
 class Report_Test(Browser_Case):
@@ -117,7 +108,4 @@ class Report_Test(Browser_Case):
         self.assertIn('made from a record alone', self.browser.find_element(By.ID, 'tables').text)
 
 
-if __name__ == '__main__':
-    if len(sys.argv) > 2:
-        Browser_Case.SCREENSHOTS = pathlib.Path(sys.argv[2])
-    unittest.main(argv=sys.argv[:1])
+main()

@@ -10,6 +10,10 @@ class Flight {
     constructor(data) {
         Object.assign(this, data);
         this.events.sort((a, b) => a.time_s - b.time_s);
+        if (this.live) // what is not there yet may come
+            for (const {curves} of plotKinds)
+                for (const {column} of curves)
+                    this.curves[column] = this.curves[column] || this.time_s.map(() => null);
     }
 
     get start() { return this.time_s.length ? this.time_s[0] : 0; }
@@ -99,12 +103,12 @@ function number(value, unit = '', digits = 3) {
     if (value == null || !isFinite(value))
         return '–';
     const size = Math.abs(value);
-    const text = value === 0 ? '0' : size >= 1e5 || size < 1e-3 ? value.toExponential(digits - 1)
+    const text = value === 0 ? '0' : size >= 1e5 || size < 1e-3 ? value.toExponential(digits - 1).replace(/\.?0+e/, 'e')
         : String(+value.toPrecision(digits));
     return unit ? `${text} ${unit}` : text;
 }
 
-const angle = (rad) => rad == null ? '–' : number(rad * deg, '°');
+const angle = (rad) => rad == null ? '–' : number(rad * deg) + '°';
 
 function utc(msec) {
     return new Date(msec).toISOString().replace('T', ' ').slice(0, 19) + ' UTC';

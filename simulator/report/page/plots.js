@@ -40,6 +40,7 @@ class Plots {
         this.graphs = [];
         this.cursors = [];
         this.time = flight.start;
+        this.end = flight.end;
         const room = document.getElementById('plots');
         for (const kind of plotKinds)
             this.add(room, kind);
@@ -50,13 +51,14 @@ class Plots {
 
     curvesOf(kind) {
         const {curves} = this.flight;
-        return kind.curves.filter(({column}) => curves[column] && !(kind.skipZero && curves[column].every((v) => v === 0)));
+        return kind.curves.filter(({column}) => curves[column] &&
+            (this.flight.live || !(kind.skipZero && curves[column].every((v) => v === 0))));
     }
 
     rowsOf(kind, shown) {
-        const positive = (value) => kind.log && value !== null ? Math.max(value, 1e-6) : value;
+        const shape = kind.log ? (value) => Math.log10(Math.max(value, 1e-6)) : (value) => value;
         const columns = shown.map(({column, scale}) =>
-            this.flight.curves[column].map((value) => value === null ? null : positive(value * scale)));
+            this.flight.curves[column].map((value) => value === null ? null : shape(value * scale)));
         return this.flight.time_s.map((time, i) => [time, ...columns.map((column) => column[i])]);
     }
 
@@ -71,6 +73,7 @@ class Plots {
             chart.replaceWith(element('div', {class: 'none'}, kind.none || 'Nothing is known.'));
             return;
         }
+        const written = (value) => number(kind.log ? 10 ** value : value, '', 4);
         const series = {};
         for (const curve of shown)
             series[curve.label] = {
@@ -81,11 +84,10 @@ class Plots {
             series,
             labelsDiv: legend,
             legend: 'always',
-            logscale: !!kind.log,
             axes: {
                 x: {ticker: clockTicks, axisLabelFormatter: clock, valueFormatter: clock, axisLabelWidth: 70},
-                y: {pixelsPerLabel: 18, axisLabelWidth: labelWidth - 6, valueFormatter: (value) => number(value, '', 4),
-                    axisLabelFormatter: (value) => number(value, '', 4)},
+                y: {pixelsPerLabel: 18, axisLabelWidth: labelWidth - 6, valueFormatter: written,
+                    axisLabelFormatter: written, ...(kind.log ? {ticker: powerTicks} : {})},
             },
             gridLineColor: '#e4e7ec',
             axisLineColor: '#9aa2ae',
@@ -98,6 +100,7 @@ class Plots {
             clickCallback: (event, x) => this.seek(x),
         });
         graph.kind = kind;
+        graph.shown = shown;
         this.graphs.push(graph);
         const cursor = element('div', {class: 'cursor'});
         chart.append(cursor);
@@ -135,8 +138,17 @@ class Plots {
         }
     }
 
-    zoom(from, until) {
-        this.graphs[0].updateOptions({dateWindow: [from, until]});
+    // The flight has gone on. Where its end was to be seen it stays to be seen.
+    update() {
+        const [from, until] = this.graphs[0].xAxisRange();
+        const follows = until >= this.end;
+        this.end = this.flight.end;
+        const dateWindow = [from, follows ? this.end : until];
+        this.busy = true;
+        for (const graph of this.graphs)
+            graph.updateOptions({file: this.rowsOf(graph.kind, graph.shown), dateWindow});
+        this.busy = false;
+        this.zoomed();
     }
 
     // Moves the line that says where the picture is.
@@ -173,6 +185,15 @@ function clockTicks(from, until, pixels) {
     const ticks = [];
     for (let t = Math.ceil(from / step) * step; t <= until; t += step)
         ticks.push({v: t, label: clock(t)});
+    return ticks;
+}
+
+// Powers of ten for values that are their logarithms: dygraphs' own logarithmic scale cannot be empty.
+function powerTicks(from, until) {
+    const step = Math.max(Math.ceil((until - from) / 5), until - from < 2 ? 0.25 : 1);
+    const ticks = [];
+    for (let power = Math.ceil(from / step) * step; power <= until; power += step)
+        ticks.push({v: power, label: number(10 ** power, '', 2)});
     return ticks;
 }
 

@@ -7,10 +7,13 @@ class Page {
         document.title = flight.title || 'ZAVRA-100 flight';
         document.getElementById('title').textContent = document.title;
         document.getElementById('subtitle').textContent =
+            flight.live ? `ZAVRA-100 in a simulated satellite, live, from ${utc(flight.start_epoch_msec)}` :
             `ZAVRA-100 in a simulated satellite, ${duration(flight.end - flight.start)} from ` +
             `${utc(flight.start_epoch_msec + 1000 * flight.start)} to ${utc(flight.start_epoch_msec + 1000 * flight.end)}`;
-        fillTiles(flight);
-        fillTables(flight);
+        if (!flight.live) {
+            fillTiles(flight);
+            fillTables(flight);
+        }
         this.plots = new Plots(flight, (time) => this.seek(time));
         this.addScene();
         this.scrub.min = flight.start;
@@ -18,7 +21,7 @@ class Page {
         this.scrub.addEventListener('input', () => this.seek(+this.scrub.value));
         this.button.addEventListener('click', () => this.play(!this.playing));
         window.addEventListener('beforeprint', () => this.prepareForPrint());
-        this.seek(flight.start);
+        this.seek(flight.live ? flight.end : flight.start);
     }
 
     addScene() {

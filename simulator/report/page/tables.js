@@ -47,13 +47,15 @@ function fillTables(flight) {
                   visit.settled_s === null ? '–' : duration(visit.settled_s - visit.from_s), ...errors(visit.pointing_error_rad),
                   angle(visit.estimation_error_rad && visit.estimation_error_rad.p95)]), {id: 'modes'}));
 
-    const actuators = (list, name, unit) => list.map((each) => [`${name} ${each.name}`, number(each.peak, unit),
+    const actuators = (list, name, unit) => list.filter(({limit, peak}) => limit !== null || peak > 0).map((each) => [`${name} ${each.name}`, number(each.peak, unit),
         number(each.limit, unit), each.limit === null ? '–' : duration(each.saturated_s)]);
     section('Actuators', table(['Actuator', ['greatest'], ['limit'], ['at its limit for']],
         [...actuators(summary.wheels, 'wheel', 'rad/s'), ...actuators(summary.magnetorquers, 'magnetorquer', 'A m²')]));
 
     section(`Events (${flight.events.length + flight.events_left_out})`, element('div', {class: 'scroll'},
         table(['Time', 'Kind', 'What'], flight.events.map(({time_s, kind, text}) => [clock(time_s), kind, text]), {id: 'events'})));
+    if (!flight.events.length)
+        document.getElementById('events').replaceWith('None is known.');
     if (flight.events_left_out)
         room.append(element('p', {class: 'hint'}, `${flight.events_left_out} later ones are left out.`));
 
