@@ -63,8 +63,9 @@ test-kaitai:
 
 test-view:
 	@scripts/setup.sh base view
+	@cmake --preset dev -DVELM_BUILD_VIEW=ON --log-level=WARNING >/dev/null
 	@scripts/build.sh dev zavra-sim zavractl
-	@for pages in report campaign; do \
+	@for pages in report campaign live; do \
 		/usr/bin/python3 tests/view/$${pages}_test.py build/dev/bin build/view || exit 1; \
 	done
 

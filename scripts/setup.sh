@@ -14,7 +14,7 @@ declare -A packages=(
     [docs]="doxygen groff-base"
     [ground]="sigrok-cli libxml2-utils prometheus"
     [campaign]="parallel"
-    [view]="chromium chromium-driver python3-selenium fonts-dejavu-core"
+    [view]="libcivetweb-dev chromium chromium-driver python3-selenium fonts-dejavu-core"
     [kaitai]="npm python3-kaitaistruct python3-yaml"
 )
 

@@ -8,6 +8,9 @@
 #include "bench/variation.h"
 #include "report/report_file.h"
 
+#ifdef ZAVRA_VIEW
+#include "view/view_server.h"
+#endif
 
 #include "../common/bus_directory.h"
 
@@ -57,6 +60,7 @@ struct Options
     std::string record_interval = "1s";
     std::string report;
     std::string vary;
+    std::optional<unsigned int> view;
     std::string command_line;
 };
 
@@ -66,6 +70,9 @@ struct Writers
     std::optional<Recorder> recorder;
     std::optional<Report_File> report;
     std::optional<Summary> summary;
+#ifdef ZAVRA_VIEW
+    std::optional<View_Server> view;
+#endif
 
     /// To those that show it: a sample, or a transaction as the journal has it.
     template <class What>
@@ -73,6 +80,10 @@ struct Writers
     {
         if (report)
             report->add(what);
+#ifdef ZAVRA_VIEW
+        if (view)
+            view->add(what);
+#endif
     }
 };
 
@@ -131,8 +142,8 @@ try {
     constexpr double max_factor = 1000; // the control ticks keep up with on one core
     if (options.time_factor > max_factor)
         throw Usage_Error("A satellite keeps up with a time factor of at most 1000");
-    if (options.addresses.size() > 1 && !(options.record.empty() && options.report.empty()))
-        throw Usage_Error("A record or a report is of one unit");
+    if (options.addresses.size() > 1 && !(options.record.empty() && options.report.empty() && !options.view))
+        throw Usage_Error("A record, a report or a view is of one unit");
     const Satellite_File file{options.satellite, variation};
     for (const std::string& warning : file.warnings)
         std::cerr << "Warning: " << warning << "\n";
@@ -143,12 +154,12 @@ try {
 
 void write_flight(Writers& writers, Test_Bench& bench, const Options& options)
 {
-    if (options.record.empty() && options.report.empty() && options.vary.empty())
+    if (options.record.empty() && options.report.empty() && options.vary.empty() && !options.view)
         return;
     Test_Bench::Unit& unit = bench.unit(options.addresses.front());
     if (!options.record.empty())
         given([&] { writers.recorder.emplace(options.record, parse_duration(options.record_interval)); });
-    if (!options.report.empty())
+    if (!options.report.empty() || options.view)
         writers.report.emplace(options.report, unit, options.command_line,
                                std::vector{options.satellite, options.scenario, options.vary});
     if (!options.vary.empty())
@@ -223,11 +234,21 @@ void run(const Options& options, bool directory_is_named, const sigset_t& stop_s
     const std::filesystem::path directory = bus_directory(options, directory_is_named);
     const Control_Server control{bench, directory / options.bus};
     const Bus_Server server{directory, options.bus, bench.devices()};
+#ifdef ZAVRA_VIEW
+    if (options.view) {
+        bench.time.run_due(); // a first moment to show
+        writers.view.emplace(bench, bench.unit(options.addresses.front()), writers.report->report(), *options.view);
+    }
+#endif
 
     // Standard output is the journal's where it goes there.
     std::ostream& out = options.journal == "-" || options.record == "-" ? std::cerr : std::cout;
     for (const unsigned int address : options.addresses)
         out << "Simulated ZAVRA-100 at address " << address << " on " << server.path().string() << "\n";
+#ifdef ZAVRA_VIEW
+    if (writers.view)
+        out << "See it in a browser: " << writers.view->address() << "\n";
+#endif
     out << "Point an application at it with: export VELM_I2C_BUS_DIR=" << directory.string() << "\nStop it with Ctrl-C."
         << std::endl;
     if (options.satellite.empty()) {
@@ -293,6 +314,16 @@ try {
         ->excludes("--fault")
         ->excludes("--time-factor");
     vary->needs("--run");
+#ifdef ZAVRA_VIEW
+    app.add_option_function<unsigned int>(
+           "--view", [&](unsigned int port) { options.view = port; },
+           "Show the satellite in browsers of this computer, at this port")
+        ->needs(satellite)
+        ->excludes("--run")
+        ->check(CLI::Range(0U, 65535U))
+        ->expected(0, 1)
+        ->default_str("8080");
+#endif
     options.command_line = command_line(argc, argv);
     try {
         app.parse(argc, argv);

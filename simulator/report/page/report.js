@@ -81,3 +81,4 @@ class Page {
 }
 
 const page = new Page(new Flight(JSON.parse(document.getElementById('data').textContent)));
+const live = page.flight.live ? new Live(page) : null;
