@@ -17,6 +17,8 @@ help:
 	@echo "make test-ground  the exports against sigrok, an XML validator and Prometheus' own checks"
 	@echo "make test-kaitai  the Kaitai Struct export against its compiler, which comes from the npm registry"
 	@echo "make rehearsal  the flight build on Debian's ARM kernel in a virtual machine, with the unit on its I2C bus"
+	@echo "make test-view  the pages in a browser (Chromium); screenshots in build/view"
+	@echo "make campaign  200 detumblings of a 3U on all cores, in build/campaign"
 	@echo "make tidy       clang-tidy over the library, the platform and the programs"
 	@echo "make docs       the API reference, in build/docs/html, and a check of the manual pages"
 	@echo "make protocol-reference  rewrite docs/protocol.md from the command descriptors"
@@ -85,6 +87,20 @@ rehearsal:
 	@scripts/build.sh rehearsal
 	@scripts/rehearsal_image.sh
 	@/usr/bin/python3 tests/rehearsal/rehearsal_test.py build/dev/bin
+test-view:
+	@scripts/setup.sh base view
+	@cmake --preset dev -DVELM_BUILD_VIEW=ON --log-level=WARNING >/dev/null
+	@scripts/build.sh dev zavra-sim zavractl
+	@for pages in report campaign live; do \
+		/usr/bin/python3 tests/view/$${pages}_test.py build/dev/bin build/view || exit 1; \
+	done
+
+campaign:
+	@scripts/setup.sh base benchmark campaign
+	@scripts/build.sh release zavra-sim zavractl
+	@scripts/campaign.sh build/release/bin/zavra-sim build/campaign 1 200 --satellite examples/satellites/3u.toml \
+		--scenario examples/flights/detumbling.toml --vary examples/campaigns/detumbling_3u.toml --run 3h
+	@build/release/bin/zavractl campaign build/campaign/results.jsonl -o build/campaign/campaign.html
 
 tidy:
 	@scripts/setup.sh base clang

@@ -101,12 +101,13 @@ velm_package(development libvelm-zavra-dev libdevel
              "Headers, configuration for CMake and pkg-config, and examples, to build applications with")
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS library)
 install(DIRECTORY ${examples} DESTINATION ${development_documents} COMPONENT development
-        PATTERN demo.sh EXCLUDE PATTERN scenarios EXCLUDE PATTERN python EXCLUDE)
+        PATTERN demo.sh EXCLUDE PATTERN scenarios EXCLUDE PATTERN flights EXCLUDE PATTERN campaigns EXCLUDE
+        PATTERN python EXCLUDE)
 
 if(VELM_BUILD_TOOLS)
   velm_package(tools velm-zavra-tools utils "Programs for the bench: a simulated unit, and what talks to units")
   set(CPACK_COMPONENT_TOOLS_DEPENDS library)
-  install(DIRECTORY ${examples}/scenarios DESTINATION ${tools_documents}/examples COMPONENT tools)
+  install(DIRECTORY ${examples}/scenarios ${examples}/flights ${examples}/campaigns DESTINATION ${tools_documents}/examples COMPONENT tools)
 
   velm_package(simulator libvelm-zavra-simulator-dev libdevel "The simulated unit as a library, for tests of applications")
   set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS "libeigen3-dev, libtomlplusplus-dev, nlohmann-json3-dev")

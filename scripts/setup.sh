@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 declare -A packages=(
-    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libncurses-dev libtomlplusplus-dev libeigen3-dev libgtest-dev libgmock-dev pkgconf python3"
+    [base]="g++ cmake ninja-build git libiniparser-dev libcli11-dev nlohmann-json3-dev libncurses-dev libtomlplusplus-dev libeigen3-dev libjs-dygraphs libjs-three libgtest-dev libgmock-dev pkgconf python3"
     [benchmark]="libbenchmark-dev"
     [clang]="clang clang-tidy clang-format"
     [arm]="g++-arm-linux-gnueabihf qemu-user"
@@ -16,6 +16,8 @@ declare -A packages=(
     [python-tests]="binutils python3-pytest python3-numpy python3-pandas python3-matplotlib mypy python3-typing-extensions jupyter-nbconvert python3-ipykernel"
     [wheel]="python3-setuptools python3-wheel python3-pip python3-build"
     [ground]="sigrok-cli libxml2-utils prometheus influxdb influxdb-client"
+    [campaign]="parallel"
+    [view]="libcivetweb-dev chromium chromium-driver python3-selenium fonts-dejavu-core"
     [kaitai]="npm python3-kaitaistruct python3-yaml"
     [rehearsal]="qemu-system-arm libusbredirparser-dev cpio kmod"
 )

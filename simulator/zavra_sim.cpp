@@ -6,6 +6,12 @@
 #include "bench/scenario.h"
 #include "bench/test_bench.h"
 #include "bench/usb_adapter.h"
+#include "bench/variation.h"
+#include "report/report_file.h"
+
+#ifdef ZAVRA_VIEW
+#include "view/view_server.h"
+#endif
 
 #include "../common/bus_directory.h"
 
@@ -54,7 +60,43 @@ struct Options
     std::string record;
     std::string record_interval = "1s";
     std::string usb_socket;
+    std::string report;
+    std::string vary;
+    std::optional<unsigned int> view;
+    std::string command_line;
 };
+
+/// What is written of the only unit's flight, where that is wanted.
+struct Writers
+{
+    std::optional<Recorder> recorder;
+    std::optional<Report_File> report;
+    std::optional<Summary> summary;
+#ifdef ZAVRA_VIEW
+    std::optional<View_Server> view;
+#endif
+
+    /// To those that show it: a sample, or a transaction as the journal has it.
+    template <class What>
+    void add(const What& what)
+    {
+        if (report)
+            report->add(what);
+#ifdef ZAVRA_VIEW
+        if (view)
+            view->add(what);
+#endif
+    }
+};
+
+/// What a value of the command line makes.
+template <class Make>
+auto given(const Make& make)
+try {
+    return make();
+} catch (const std::invalid_argument& error) {
+    throw Usage_Error(error.what());
+}
 
 /// The directory of the bus. One that somebody named is there already, unless it is to be made; it might be a slip.
 std::filesystem::path bus_directory(const Options& options, bool named)
@@ -71,25 +113,38 @@ std::filesystem::path bus_directory(const Options& options, bool named)
 }
 
 /// Sets the bench up as the options say.
-void prepare(Test_Bench& bench, const Options& options)
+void prepare(Test_Bench& bench, const Options& options, Writers& writers, const Variation* variation = nullptr)
 try {
     for (const std::string& fault : options.faults)
         for (const unsigned int address : options.addresses)
             bench.unit(address).faults.set_rate(parse_fault_rate(fault));
+    const auto tell = [&](const Json& event, const std::string& refusal) {
+        if (writers.report)
+            writers.report->add(bench.time.now(), event, refusal);
+    };
     if (!options.scenario.empty())
-        Scenario(options.scenario).play(bench, options.addresses);
+        Scenario(options.scenario).play(bench, options.addresses, tell);
+    if (variation != nullptr)
+        Scenario(variation->events()).play(bench, options.addresses, tell);
 } catch (const std::exception& error) {
     throw Usage_Error(error.what());
 }
 
-std::optional<Satellite_Settings> satellite_of(const Options& options)
+std::optional<Variation> variation_of(const Options& options)
+try {
+    return options.vary.empty() ? std::nullopt : std::optional<Variation>(std::in_place, options.vary, options.seed);
+} catch (const std::runtime_error& error) {
+    throw Usage_Error(error.what());
+}
+
+std::optional<Satellite_Settings> satellite_of(const Options& options, Variation* variation = nullptr)
 try {
     if (options.satellite.empty())
         return std::nullopt;
     checked_time_factor(options.time_factor, true);
-    if (options.addresses.size() > 1 && !options.record.empty())
-        throw Usage_Error("A record is of one unit");
-    const Satellite_File file{options.satellite};
+    if (options.addresses.size() > 1 && !(options.record.empty() && options.report.empty() && !options.view))
+        throw Usage_Error("A record, a report or a view is of one unit");
+    const Satellite_File file{options.satellite, variation};
     for (const std::string& warning : file.warnings)
         std::cerr << "Warning: " << warning << "\n";
     return file.settings;
@@ -97,36 +152,54 @@ try {
     throw Usage_Error(error.what());
 }
 
-/// Records the only unit, where that is wanted.
-void record(std::optional<Recorder>& recorder, Test_Bench& bench, const Options& options)
+void write_flight(Writers& writers, Test_Bench& bench, const Options& options)
 {
-    if (options.record.empty())
+    if (options.record.empty() && options.report.empty() && options.vary.empty() && !options.view)
         return;
-    try {
-        recorder.emplace(options.record, parse_duration(options.record_interval));
-    } catch (const std::invalid_argument& error) {
-        throw Usage_Error(error.what());
-    }
     Test_Bench::Unit& unit = bench.unit(options.addresses.front());
-    unit.satellite->observe([&] { recorder->record(unit); });
+    if (!options.record.empty())
+        given([&] { writers.recorder.emplace(options.record, parse_duration(options.record_interval)); });
+    if (!options.report.empty() || options.view)
+        writers.report.emplace(options.report, unit, options.command_line,
+                               std::vector{options.satellite, options.scenario, options.vary});
+    if (!options.vary.empty())
+        writers.summary.emplace(limits_of(unit));
+    unit.satellite->observe([&] {
+        const Sample sample = sample_of(unit);
+        if (writers.recorder)
+            writers.recorder->record(sample);
+        if (writers.summary)
+            writers.summary->add(sample);
+        writers.add(sample);
+    });
 }
 
 /// Without a bus, as fast as the computer can.
 void run_alone(const Options& options, const sigset_t& stop_signals)
 {
-    Clock::Time duration{};
-    try {
-        duration = parse_duration(options.run);
-    } catch (const std::invalid_argument& error) {
-        throw Usage_Error(error.what());
-    }
+    const Clock::Time duration = given([&] { return parse_duration(options.run); });
     Manual_Clock clock;
-    Test_Bench bench{clock, {.addresses = options.addresses, .seed = options.seed, .satellite = satellite_of(options)}};
-    prepare(bench, options);
-    std::optional<Recorder> recorder;
-    record(recorder, bench, options);
-    simulator::run(clock, bench, bench.unit(options.addresses.front()), duration, stop_signals, recorder,
-                   options.record == "-" ? std::cerr : std::cout);
+    std::optional<Variation> variation = variation_of(options);
+    Variation* const varied = variation ? &*variation : nullptr;
+    Test_Bench bench{
+        clock, {.addresses = options.addresses, .seed = options.seed, .satellite = satellite_of(options, varied)}};
+    Writers writers;
+    prepare(bench, options, writers, varied);
+    write_flight(writers, bench, options);
+    const bool finished =
+        simulator::run(clock, bench, bench.unit(options.addresses.front()), duration, stop_signals, writers.recorder,
+                       options.record == "-" || varied != nullptr ? std::cerr : std::cout);
+    if (writers.report)
+        writers.report->write();
+    if (varied == nullptr)
+        return;
+    if (!finished)
+        throw std::runtime_error("Stopped before there was a result");
+    std::cout << json::shown({{"seed", options.seed},
+                              {"drawn", variation->drawn()},
+                              {"results", writers.summary->results()},
+                              {"command_line", options.command_line}})
+              << std::endl;
 }
 
 void run(const Options& options, bool directory_is_named, const sigset_t& stop_signals)
@@ -143,18 +216,20 @@ void run(const Options& options, bool directory_is_named, const sigset_t& stop_s
                       .time_factor = options.time_factor,
                       .unit = {.latency = Clock::Time(options.latency_msec)},
                       .satellite = satellite_of(options)}};
-    prepare(bench, options);
+    Writers writers;
+    prepare(bench, options, writers);
+    write_flight(writers, bench, options);
     std::optional<Journal> journal;
-    if (!options.journal.empty()) {
+    if (!options.journal.empty())
         journal.emplace(options.journal);
+    if (journal || writers.report)
         for (const unsigned int address : options.addresses)
-            bench.unit(address).faults.observe([&journal, &options, address](const Transaction& transaction) {
-                journal->write(journal_line(options.bus, address, transaction));
+            bench.unit(address).faults.observe([&, address](const Transaction& transaction) {
+                const Json entry = journal_entry(options.bus, address, transaction);
+                if (journal)
+                    journal->write(entry.dump());
+                writers.add(entry);
             });
-    }
-
-    std::optional<Recorder> recorder;
-    record(recorder, bench, options);
 
     const std::filesystem::path directory = bus_directory(options, directory_is_named);
     const Control_Server control{bench, directory / options.bus};
@@ -164,11 +239,21 @@ void run(const Options& options, bool directory_is_named, const sigset_t& stop_s
     if (!options.usb_socket.empty())
         adapter.emplace(options.usb_socket, bench.devices());
 #endif
+#ifdef ZAVRA_VIEW
+    if (options.view) {
+        bench.time.run_due(); // a first moment to show
+        writers.view.emplace(bench, bench.unit(options.addresses.front()), writers.report->report(), *options.view);
+    }
+#endif
 
     // Standard output is the journal's where it goes there.
     std::ostream& out = options.journal == "-" || options.record == "-" ? std::cerr : std::cout;
     for (const unsigned int address : options.addresses)
         out << "Simulated ZAVRA-100 at address " << address << " on " << server.path().string() << "\n";
+#ifdef ZAVRA_VIEW
+    if (writers.view)
+        out << "See it in a browser: " << writers.view->address() << "\n";
+#endif
     out << "Point an application at it with: export VELM_I2C_BUS_DIR=" << directory.string() << "\nStop it with Ctrl-C."
         << std::endl;
     if (options.satellite.empty()) {
@@ -176,6 +261,10 @@ void run(const Options& options, bool directory_is_named, const sigset_t& stop_s
         sigwait(&stop_signals, &signal);
     } else {
         keep_time(bench, stop_signals);
+    }
+    if (writers.report) {
+        bench.time.run_due(); // its first moment at least
+        writers.report->write();
     }
 }
 
@@ -220,6 +309,10 @@ try {
     app.add_option("--record-interval", options.record_interval, "Time between the lines of the record")
         ->needs(record)
         ->capture_default_str();
+    app.add_option("--report", options.report, "HTML page of what the satellite did, written in the end")
+        ->needs(satellite);
+    CLI::Option* const vary =
+        app.add_option("--vary", options.vary, "TOML file of what is drawn from the seed; the result is a JSON line");
     app.add_option("--run", options.run, "Let the satellite fly for a time, like 90s or 6h, without a bus")
         ->needs(satellite)
         ->excludes("--journal")
@@ -230,6 +323,18 @@ try {
                    "Unix socket at which virtual machines have the bus behind a USB-to-I2C adapter")
         ->excludes("--run");
 #endif
+    vary->needs("--run");
+#ifdef ZAVRA_VIEW
+    app.add_option_function<unsigned int>(
+           "--view", [&](unsigned int port) { options.view = port; },
+           "Show the satellite in browsers of this computer, at this port")
+        ->needs(satellite)
+        ->excludes("--run")
+        ->check(CLI::Range(0U, 65535U))
+        ->expected(0, 1)
+        ->default_str("8080");
+#endif
+    options.command_line = command_line(argc, argv);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

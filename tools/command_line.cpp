@@ -1,4 +1,5 @@
 #include "command_line.h"
+#include "campaign.h"
 #include "check.h"
 #include "commands.h"
 #include "complaint.h"
@@ -6,6 +7,7 @@
 #include "decode.h"
 #include "export_files.h"
 #include "failure.h"
+#include "flight_report.h"
 #include "moment.h"
 #include "perform.h"
 #include "sim_commands.h"
@@ -291,6 +293,16 @@ void Command_Line::add_exports()
     add("export vcd", "A simulated unit's journal as a capture of the bus that --bus names", to_file,
         [this] { export_vcd(text_, options_.target.bus, output_, out_); })
         ->add_option("journal", text_, "The journal; - is standard input")
+        ->required();
+    add("report", "A page of plots and tables of a satellite's record", to_file,
+        [this] { report_record(text_, output_, out_); })
+        ->group("Offline")
+        ->add_option("record", text_, "What zavra-sim --record wrote")
+        ->required();
+    add("campaign", "How the results of a campaign are spread, and the worst seeds", "A page of histograms and plots",
+        [this] { show_campaign(text_, output_, out_); })
+        ->group("Offline")
+        ->add_option("results", text_, "Lines that zavra-sim --vary wrote")
         ->required();
 }
 

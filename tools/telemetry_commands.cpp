@@ -136,10 +136,7 @@ Device_Action mode_status_action()
     return {[](Unit& unit) {
         using simulator::Modes;
         // The codes are the simulated unit's.
-        constexpr const char* modes[] = {"idle",    "safe",  "measurement", "detumbling",
-                                         "sun",     "nadir", "earth-fixed", "earth-constant-velocity",
-                                         "inertial"};
-        static_assert(std::size(modes) == Modes::inertial + 1);
+        constexpr auto& modes = Modes::mode_names;
         ZAVRA_100_Standard_Telemetry standard;
         unit.device.Get_Standard_Telemetry(&standard);
         const unsigned int status = standard.control_main_status;

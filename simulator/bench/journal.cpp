@@ -46,7 +46,7 @@ void describe(Json& line, const Transaction& transaction)
 
 }
 
-std::string journal_line(const std::string& bus, unsigned int address, const Transaction& transaction)
+Json journal_entry(const std::string& bus, unsigned int address, const Transaction& transaction)
 {
     Json line;
     line["time_msec"] = transaction.time.count();
@@ -61,7 +61,12 @@ std::string journal_line(const std::string& bus, unsigned int address, const Tra
         line["fault"] = name_of(*transaction.fault);
     if (transaction.error != 0)
         line["error"] = std::generic_category().message(transaction.error);
-    return line.dump();
+    return line;
+}
+
+std::string journal_line(const std::string& bus, unsigned int address, const Transaction& transaction)
+{
+    return journal_entry(bus, address, transaction).dump();
 }
 
 Journal::Journal(const std::string& path) : path_(path)

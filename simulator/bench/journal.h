@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../../catalogue/json.h"
 #include "../../common/file_descriptor.h"
 #include "fault_injector.h"
 
@@ -9,11 +10,14 @@
 namespace zavra::simulator
 {
 
-/// One JSON object per transaction, one per line:
+/// One JSON object per transaction:
 ///
 ///     {"time_msec":1200,"bus":"i2c-0","address":10,"direction":"write","bytes":"02100800000000000000010262",
 ///      "command":"Set_Epoch_Time","fields":{"epoch_time_msec":258},"fault":"nak-write","error":"No such device or
 ///      address"}
+Json journal_entry(const std::string& bus, unsigned int address, const Transaction& transaction);
+
+/// The same as a line of text.
 std::string journal_line(const std::string& bus, unsigned int address, const Transaction& transaction);
 
 /// Writes lines to a file, "-" for standard output. A file that is there is overwritten. When a line cannot be written

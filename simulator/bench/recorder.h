@@ -1,7 +1,7 @@
 #pragma once
 
 #include "../../common/file_descriptor.h"
-#include "test_bench.h"
+#include "sample.h"
 
 #include <string>
 
@@ -26,7 +26,7 @@ public:
     Recorder& operator=(const Recorder&) = delete;
 
     /// Called in each control tick.
-    void record(const Test_Bench::Unit& unit);
+    void record(const Sample& sample);
 
     void flush();
 

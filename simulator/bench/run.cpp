@@ -60,7 +60,7 @@ private:
 
 }
 
-void run(Manual_Clock& clock, Test_Bench& bench, const Test_Bench::Unit& unit, Clock::Time duration,
+bool run(Manual_Clock& clock, Test_Bench& bench, const Test_Bench::Unit& unit, Clock::Time duration,
          const sigset_t& stop_signals, std::optional<Recorder>& recorder, std::ostream& summary)
 {
     constexpr Clock::Time stretch{10'000};
@@ -94,6 +94,7 @@ void run(Manual_Clock& clock, Test_Bench& bench, const Test_Bench::Unit& unit, C
     summary << text.str() << std::flush;
     if (satellite.orbit_error() != Tle_Error::none)
         throw std::runtime_error(std::string("The orbit ends here: ") + simulator::to_string(satellite.orbit_error()));
+    return !stop;
 }
 
 void keep_time(Test_Bench& bench, const sigset_t& stop_signals)

@@ -5,6 +5,7 @@
 #include "../satellite/geomagnetic_field.h"
 #include "../unit/actuators.h"
 #include "toml_reader.h"
+#include "variation.h"
 
 #include <Eigen/Eigenvalues>
 
@@ -178,17 +179,12 @@ void read(Toml_Reader file, Satellite_File& satellite)
 
 }
 
-Satellite_File::Satellite_File(const std::filesystem::path& file)
+Satellite_File::Satellite_File(const std::filesystem::path& file, Variation* variation)
 {
     const std::string name = "Satellite " + file.string();
-    toml::table table;
-    try {
-        table = toml::parse_file(file.string());
-    } catch (const toml::parse_error& error) {
-        const auto line = error.source().begin.line;
-        throw std::runtime_error(name + (line == 0 ? "" : ':' + std::to_string(line)) + ": " +
-                                 std::string(error.description()));
-    }
+    toml::table table = parse_toml(file, name);
+    if (variation != nullptr)
+        variation->apply(table);
     read(Toml_Reader(table, name), *this);
 }
 

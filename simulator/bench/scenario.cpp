@@ -1,40 +1,16 @@
 #include "scenario.h"
 
+#include "toml_reader.h"
+
 #include <algorithm>
 #include <iostream>
 #include <stdexcept>
-#include <toml++/toml.h>
 
 namespace zavra::simulator
 {
 
 namespace
 {
-
-Json json_of(const toml::node& node)
-{
-    if (const auto* table = node.as_table()) {
-        Json object = Json::object();
-        for (const auto& [key, value] : *table)
-            object[std::string(key.str())] = json_of(value);
-        return object;
-    }
-    if (const auto* array = node.as_array()) {
-        Json list = Json::array();
-        for (const auto& value : *array)
-            list.push_back(json_of(value));
-        return list;
-    }
-    if (const auto* text = node.as_string())
-        return text->get();
-    if (const auto* integer = node.as_integer())
-        return integer->get();
-    if (const auto* number = node.as_floating_point())
-        return json::number(number->get());
-    if (const auto* boolean = node.as_boolean())
-        return boolean->get();
-    throw std::invalid_argument("dates and times have no meaning here");
-}
 
 std::string located(const std::string& file, const Scenario::Problem& problem)
 {
@@ -49,6 +25,12 @@ Scenario::Scenario(const std::filesystem::path& file) : file_(file.string())
     read(problems);
     if (!problems.empty())
         throw std::runtime_error(located(file_, problems.front()));
+}
+
+Scenario::Scenario(const std::vector<Json>& events)
+{
+    for (const Json& source : events)
+        events_.push_back({Event(source), 0, source});
 }
 
 std::vector<Scenario::Problem> Scenario::problems(const std::filesystem::path& file)
@@ -79,7 +61,8 @@ void Scenario::read(std::vector<Problem>& problems)
         for (const toml::node& node : *list) {
             const std::size_t line = node.source().begin.line;
             try {
-                events_.push_back({Event(json_of(node)), line});
+                Json source = json_of(node);
+                events_.push_back({Event(source), line, std::move(source)});
             } catch (const std::invalid_argument& error) {
                 problems.push_back({line, error.what()});
             }
@@ -87,21 +70,25 @@ void Scenario::read(std::vector<Problem>& problems)
     }
 }
 
-void Scenario::play(Test_Bench& bench, const std::vector<unsigned int>& addresses) const
+void Scenario::play(Test_Bench& bench, const std::vector<unsigned int>& addresses, const Observer& observer) const
 {
-    for (const auto& [event, line] : events_)
+    for (const auto& [event, line, source] : events_)
         if (event.address && std::find(addresses.begin(), addresses.end(), *event.address) == addresses.end())
             throw std::runtime_error(
                 located(file_, {line, "address: there is no unit at " + std::to_string(*event.address)}));
-    for (const auto& [event, line] : events_)
+    for (const auto& [event, line, source] : events_)
         for (const unsigned int address : addresses)
             if (event.address.value_or(address) == address)
-                bench.time.at(event.time, [&unit = bench.unit(address), event = event] {
+                bench.time.at(event.time, [&unit = bench.unit(address), event = event, source = source, observer] {
+                    std::string refusal;
                     try {
                         event.happen(unit);
                     } catch (const std::runtime_error& error) {
-                        std::cerr << std::string("Scenario: ") + error.what() + "\n" << std::flush;
+                        refusal = error.what();
+                        std::cerr << "Scenario: " + refusal + "\n" << std::flush;
                     }
+                    if (observer)
+                        observer(source, refusal);
                 });
 }
 

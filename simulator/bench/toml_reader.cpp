@@ -7,6 +7,40 @@
 namespace zavra::simulator
 {
 
+toml::table parse_toml(const std::filesystem::path& file, const std::string& name)
+try {
+    return toml::parse_file(file.string());
+} catch (const toml::parse_error& error) {
+    const auto line = error.source().begin.line;
+    throw std::runtime_error(name + (line == 0 ? "" : ':' + std::to_string(line)) + ": " +
+                             std::string(error.description()));
+}
+
+Json json_of(const toml::node& node)
+{
+    if (const auto* table = node.as_table()) {
+        Json object = Json::object();
+        for (const auto& [key, value] : *table)
+            object[std::string(key.str())] = json_of(value);
+        return object;
+    }
+    if (const auto* array = node.as_array()) {
+        Json list = Json::array();
+        for (const auto& value : *array)
+            list.push_back(json_of(value));
+        return list;
+    }
+    if (const auto* text = node.as_string())
+        return text->get();
+    if (const auto* integer = node.as_integer())
+        return integer->get();
+    if (const auto* number = node.as_floating_point())
+        return json::number(number->get());
+    if (const auto* boolean = node.as_boolean())
+        return boolean->get();
+    throw std::invalid_argument("dates and times have no meaning here");
+}
+
 void Toml_Reader::fail(const std::string& problem, const std::string& key) const
 {
     const toml::node* node = table_.get(key);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "../../catalogue/json.h"
+
 #include <Eigen/Core>
 
 #include <filesystem>
@@ -11,6 +13,14 @@
 
 namespace zavra::simulator
 {
+
+/// A file's tables.
+/// @param name  of the file, for messages
+/// @throws std::runtime_error  with the line, when it cannot be read
+toml::table parse_toml(const std::filesystem::path& file, const std::string& name);
+
+/// @throws std::invalid_argument  for dates and times
+Json json_of(const toml::node& node);
 
 /// A table of a TOML file, read key by key; what nobody asked for is an error. Errors are std::runtime_error with file
 /// and line.

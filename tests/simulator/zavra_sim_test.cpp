@@ -177,6 +177,75 @@ TEST_F(Zavra_Sim_Test, flies_a_satellite_and_records_it_the_same_each_time)
     EXPECT_EQ(status, 0);
 }
 
+TEST_F(Zavra_Sim_Test, reports_a_flight_on_a_page_that_repeats_it)
+{
+    const auto data = [&] {
+        std::stringstream text;
+        text << std::ifstream(directory / "run.html").rdbuf();
+        const std::string page = text.str(), mark = "id=\"data\">";
+        EXPECT_THAT(page, Not(testing::ContainsRegex("<(script|img|link)[^>]*(src|href)=\"[^d]")))
+            << "it needs no other file";
+        const auto begin = page.find(mark) + mark.size();
+        return nlohmann::json::parse(page.substr(begin, page.find("</script>", begin) - begin));
+    };
+    const std::string options =
+        "--satellite " ZAVRA_SCENARIOS "/../satellites/3u.toml --report " + (directory / "run.html").string();
+    std::ofstream(directory / "events.toml") << R"(# </script>
+[[event]]
+at = 60
+satellite = { angular_velocity_radps = [0.5, 0, 0] }
+[[event]]
+at = 61
+command = "Set_ReactionWheel_Speed"
+arguments = { index = 9, speed_radps = 1 })";
+    start(options + " --run 2min --scenario " + (directory / "events.toml").string() + " 2>/dev/null");
+    finish();
+    EXPECT_EQ(status, 0);
+    const nlohmann::json alone = data();
+    EXPECT_THAT(alone["command_line"], HasSubstr("zavra-sim --latency 0 --satellite "));
+    EXPECT_THAT(alone["files"][1]["text"], testing::StartsWith("# </script>\n[[event]]"));
+    EXPECT_EQ(
+        alone["events"][0],
+        nlohmann::json::parse(R"({"time_s": 60, "kind": "event", "text": "{\"angular_velocity_radps\":[0.5,0,0]}"})"));
+    EXPECT_EQ(alone["events"][1]["kind"], "refused");
+    EXPECT_EQ(alone["time_s"].size(), 1201U);
+    EXPECT_EQ(alone["curves"]["angular_velocity_x_radps"][600], 0.5);
+    EXPECT_FALSE(alone["curves"].contains("pointing_error_rad"));
+
+    start(options + " --time-factor 100");
+    wait_for_bus();
+    ZAVRA_100(10, "i2c-0").Set_Epoch_Time(1);
+    stop();
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(data()["events"][0]["text"], "Set_Epoch_Time {\"epoch_time_msec\":1}");
+
+    start("--satellite " ZAVRA_SCENARIOS "/../satellites/3u.toml --run 1s --report /dev/full 2>&1");
+    EXPECT_THAT(finish(), HasSubstr("Report /dev/full: No space left on device"));
+    EXPECT_EQ(status, 1);
+}
+
+TEST_F(Zavra_Sim_Test, a_run_of_a_campaign_ends_with_its_result)
+{
+    const std::string options =
+        "--satellite " ZAVRA_SCENARIOS "/../satellites/3u.toml --vary " ZAVRA_SCENARIOS
+        "/../campaigns/detumbling_3u.toml --scenario " ZAVRA_SCENARIOS "/../flights/detumbling.toml ";
+    const auto result = [&](const std::string& seed) {
+        start(options + "--run 2min --seed " + seed + " 2>/dev/null");
+        return nlohmann::json::parse(finish());
+    };
+    const nlohmann::json first = result("1");
+    EXPECT_EQ(first["seed"], 1);
+    EXPECT_EQ(first, result("1"));
+    EXPECT_NE(first["results"]["end_rate_radps"], result("2")["results"]["end_rate_radps"]);
+    EXPECT_GT(first["results"]["greatest_rate_radps"], 0);
+    EXPECT_THAT(first["command_line"], testing::EndsWith("--run 2min --seed 1"));
+
+    start(options + "--run 9999d 2>/dev/null");
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_EQ(stop(SIGINT), "") << "half a run has no result";
+    EXPECT_EQ(status, 1);
+}
+
 TEST_F(Zavra_Sim_Test, records_a_satellite_on_the_bus_too)
 {
     start("--satellite " ZAVRA_SCENARIOS "/../satellites/1u.toml --time-factor 100 --record " +
@@ -196,6 +265,7 @@ TEST_F(Zavra_Sim_Test, options_that_make_no_sense_are_refused)
     for (const char* options :
          {"--fault flood=1", "--fault crc=0.1:500", "--scenario /nowhere.toml", "--address 10 10", "--time-factor 0",
           "--time-factor nan", "--address 128", "--seed 'tomorrow morning'", "--bus a/b", "--run 6h", "--record x.csv",
+          "--report x.html", "--satellite " ZAVRA_SCENARIOS "/../satellites/1u.toml --vary x.toml",
           "--satellite /nowhere.toml", "--satellite " ZAVRA_SCENARIOS "/../satellites/1u.toml --run 6x", "--bus ''",
           "--flood", "--bus-dir /tmp/no/such/directory"}) {
         SCOPED_TRACE(options);
