@@ -90,6 +90,8 @@ Actuation Simulated_Unit::control_tick(const Measurements& sensed)
     if (software) {
         Measurements measurements = parts.seen_through_injections(sensed);
         software->tick(measurements, actuation);
+        parts.report = software->report();
+        parts.actuators.show(actuation);
     }
     return actuation;
 }
