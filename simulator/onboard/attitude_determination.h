@@ -4,6 +4,7 @@
 #include "../orbit/tle.h"
 #include "../satellite/environment.h"
 #include "../satellite/measurements.h"
+#include "attitude_filter.h"
 
 #include <optional>
 
@@ -56,7 +57,8 @@ struct Attitude_Estimate
     unsigned long long epoch_time_msec = 0; ///< Of the last determination of the attitude
 };
 
-/// The unit's attitude determination, from what its sensors gave and models of its own.
+/// The unit's attitude determination, from what its sensors gave and models of its own: the orbit of the elements that
+/// the application loaded, the field of the year for which the software was made, of degree 8, and the sun.
 class Attitude_Determination
 {
 public:
@@ -68,6 +70,12 @@ public:
         std::optional<Two_Line_Elements> elements; ///< That the application loaded
     };
 
+    static constexpr double field_year = 2020.0;
+    static constexpr int field_degree = 8;
+    /// Sun and field err for a while in the same way, by the sensors' bias and the models: the filter counts what it
+    /// gets of them in this time for one measurement.
+    static constexpr double correlation_time_s = 10;
+
     /// One control tick. Measurements come processed: corrected, filtered, without what was calculated as bias.
     void update(const Measurements& measurements, const Settings& settings);
 
@@ -76,7 +84,47 @@ public:
     void reset() { *this = {}; }
 
 private:
+    using Time = std::chrono::milliseconds;
+
+    /// A sensor that gives attitude or direction.
+    struct Source
+    {
+        std::optional<Time> last{};
+        double interval_s = 0; ///< between the last two measurements
+
+        bool is_new(bool valid, Time time);
+    };
+
+    /// What is new in a control tick.
+    struct Seen
+    {
+        std::optional<Eigen::Quaterniond> star_tracker;
+        std::optional<Direction> sun, field;
+    };
+
+    void look_around(unsigned long long epoch_time_msec, const std::optional<Two_Line_Elements>& elements);
+    void follow_gyroscope(const Measurements& measurements, const Settings& settings, double seconds);
+    Seen look(const Measurements& measurements, const Settings& settings);
+    void filter(const Seen& seen, const ZAVRA_100_KalmanFilter_Parameters& parameters);
+    void find_attitude(const Seen& seen, const Settings& settings);
+    bool start_from_star_tracker(const Seen& seen, double variance);
+    bool start_from_vectors(const Seen& seen, double variance);
+    template <class Measured>
+    bool take(const std::optional<Measured>& measured, const Measurement_Variances& variances,
+              Determination_Status used, Determination_Error rejected);
+    bool known() const;
+
     Attitude_Estimate estimate_;
+    Attitude_Filter filter_;
+    bool started_ = false;
+    std::optional<Time> time_;
+    std::optional<Two_Line_Elements> elements_;
+    std::optional<Environment> environment_;
+    std::optional<std::size_t> gyroscope_; // that gave the rate; nothing while none does
+    Eigen::Vector3d rate_ = Eigen::Vector3d::Zero();
+    Source star_tracker_, sun_, field_;
+    int star_tracker_rejected_ = 0;
+    int vectors_rejected_ = 0; // one of sun and field, while they agree with each other
 };
 
 }

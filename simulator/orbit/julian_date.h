@@ -12,6 +12,7 @@ struct Julian_Date
     double fraction; ///< Days since then
 
     double value() const { return day + fraction; }
+    bool operator==(const Julian_Date&) const = default;
     double days_since_j2000() const { return (day - 2451545.0) + fraction; }
 };
 

@@ -45,6 +45,8 @@ struct Two_Line_Elements
     double mean_anomaly;
     double b_star; ///< Drag term, 1/Earth radii
     unsigned int revolution_number;
+
+    bool operator==(const Two_Line_Elements&) const = default;
 };
 
 /// Reads the two lines, of exactly 69 characters each. `elements` is written only when the result is `none`; the first

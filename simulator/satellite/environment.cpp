@@ -16,7 +16,7 @@ void Environment::look(unsigned long long epoch_time_msec)
     error_ = orbit_.propagate(minutes_between(epoch_, date), state);
     if (error_ != Tle_Error::none)
         return;
-    if (!field_ || date.day != field_day_) {
+    if (!field_stays_ && (!field_ || date.day != field_day_)) {
         field_.emplace(std::clamp(decimal_year(date), Geomagnetic_Field::first_year, Geomagnetic_Field::last_year));
         field_day_ = date.day;
     }

@@ -43,7 +43,7 @@ public:
 
     struct Settings
     {
-        ZAVRA_100_KalmanFilter_Parameters kalman_filter{1e-10, 1e-8, 1e-4, 1e-8, 0};
+        ZAVRA_100_KalmanFilter_Parameters kalman_filter{1e-13, 1e-8, 1e-4, 1e-7, 0};
         ZAVRA_100_TargetPointing_Operation_Parameters operation{};
         Mode mode = idle;
         unsigned long long start_epoch_time = 0;

@@ -40,9 +40,21 @@ constexpr ZAVRA_100_Magnetometer_Parameters default_magnetometer{
     .moving_avg_filter_criterion = 0.5F,
 };
 
-ZAVRA_100_Vector3_float difference(const ZAVRA_100_Vector3_float& a, const ZAVRA_100_Vector3_float& b)
+Eigen::Vector3d wide(const ZAVRA_100_Vector3_float& v)
 {
-    return {a.x - b.x, a.y - b.y, a.z - b.z};
+    return {v.x, v.y, v.z};
+}
+
+ZAVRA_100_Vector3_float narrow(const Eigen::Vector3d& v)
+{
+    const Eigen::Vector3f f = v.cast<float>();
+    return {f.x(), f.y(), f.z()};
+}
+
+Measurements::Vector reading(const std::optional<Sensors::Measurement>& injected, const Measurements::Vector& sensed,
+                             Sensor_Filter::Time now)
+{
+    return injected ? Measurements::Vector{wide(injected->vector), now, true} : sensed;
 }
 
 template <class Array>
@@ -90,7 +102,7 @@ Sensors::Sensors(Command_Table& commands, const Unit_Time& time, World& world) :
     const auto gyro_parameters = [=](Index i) -> Gyro_Parameters& { return gyro(i).parameters; };
     commands.on(set_gyro_values, [=, this](Index i, const Vector& rate) { gyro(i).injected = measured({rate}); });
     commands.on(get_gyro_values, [this](Index i) { return sent(angular_velocity_radps(i)); });
-    commands.on(start_gyro_bias_calculation, [=, this](Index i) { gyro(i).bias = world_.gyroscope(i).value; });
+    commands.on(start_gyro_bias_calculation, [this](Index i) { calculate_bias(chosen(gyroscopes, i), i); });
     keep(commands, set_gyro_parameters, get_gyro_parameters, gyro, &Gyroscope::parameters);
     keep(commands, set_gyro_bias_value, get_gyro_bias_value, gyro, &Gyroscope::bias);
     keep(commands, set_gyro_update_interval, get_gyro_update_interval, gyro_parameters,
@@ -121,21 +133,42 @@ Sensors::Sensors(Command_Table& commands, const Unit_Time& time, World& world) :
     });
 }
 
+Sensors::Measurement Sensors::measured(const Measurements::Vector& output) const
+{
+    const auto age = static_cast<unsigned long long>((tick_ - output.time).count());
+    return measured({narrow(output.value), time_.system_msec() - tick_msec_ + age});
+}
+
+/// What a gyroscope without ticks would measure, and its bias.
+Eigen::Vector3d Sensors::present_rate(const Gyroscope& gyro, std::size_t index) const
+{
+    const auto reading = gyro.injected ? gyro.injected->vector : world_.gyroscope(index).value;
+    return Processing_Parameters(gyro.parameters).corrected(wide(reading));
+}
+
 Sensors::Measurement Sensors::angular_velocity_radps(unsigned char gyro_index) const
 {
     const Gyroscope& gyro = chosen(gyroscopes, gyro_index);
-    if (gyro.injected)
-        return *gyro.injected;
-    auto sensed = world_.gyroscope(gyro_index);
-    if (gyro.bias_removal)
-        sensed.value = difference(sensed.value, gyro.bias);
-    return measured(sensed);
+    if (gyro.filter.output() && !gyro.injected)
+        return measured(*gyro.filter.output());
+    const Eigen::Vector3d rate = present_rate(gyro, gyro_index);
+    const auto unbiased = narrow(gyro.bias_removal ? Eigen::Vector3d(rate - wide(gyro.bias)) : rate);
+    return gyro.injected ? Measurement{unbiased, gyro.injected->epoch_msec}
+                         : measured({unbiased, world_.gyroscope(gyro_index).age_msec});
 }
 
 Sensors::Measurement Sensors::magnetic_field_t(unsigned char magnetometer_index) const
 {
     const Magnetometer& magnetometer = chosen(magnetometers, magnetometer_index);
-    return magnetometer.injected ? *magnetometer.injected : measured(world_.magnetometer());
+    const auto corrected = [&](const ZAVRA_100_Vector3_float& reading) {
+        return narrow(Processing_Parameters(magnetometer.parameters).corrected(wide(reading)));
+    };
+    if (const auto& injected = magnetometer.injected)
+        return {corrected(injected->vector), injected->epoch_msec};
+    if (const auto& output = magnetometer.filter.output())
+        return measured(*output);
+    const auto sensed = world_.magnetometer();
+    return measured({corrected(sensed.value), sensed.age_msec});
 }
 
 Sensors::Measurement Sensors::sun_vector() const
@@ -143,10 +176,57 @@ Sensors::Measurement Sensors::sun_vector() const
     return injected_sun_vector ? *injected_sun_vector : measured(world_.sun_sensors());
 }
 
+void Sensors::calculate_bias(Gyroscope& gyro, std::size_t index)
+{
+    if (gyro.filter.output())
+        gyro.bias_calculation.emplace();
+    else
+        gyro.bias = narrow(present_rate(gyro, index));
+}
+
+Measurements Sensors::measurements(const Measurements& sensed)
+{
+    Measurements seen = sensed;
+    tick_ = sensed.time;
+    tick_msec_ = time_.system_msec();
+    for (std::size_t i = 0; i < gyroscopes.size(); ++i) {
+        Gyroscope& gyro = gyroscopes[i];
+        auto measurement = reading(gyro.injected, sensed.angular_velocity_radps[i], tick_);
+        if (const Processing_Parameters parameters(gyro.parameters); gyro.filter.due(parameters, tick_)) {
+            measurement.value = parameters.corrected(measurement.value);
+            if (gyro.bias_calculation && measurement.valid)
+                gyro.sum_up_bias(measurement.value);
+            if (gyro.bias_removal)
+                measurement.value -= wide(gyro.bias);
+            gyro.filter.take(parameters, measurement, tick_);
+        }
+        seen.angular_velocity_radps[i] = *gyro.filter.output();
+    }
+    Magnetometer& magnetometer = magnetometers[0];
+    auto measurement = reading(magnetometer.injected, sensed.magnetic_field_t, tick_);
+    if (const Processing_Parameters parameters(magnetometer.parameters); magnetometer.filter.due(parameters, tick_)) {
+        measurement.value = parameters.corrected(measurement.value);
+        magnetometer.filter.take(parameters, measurement, tick_);
+    }
+    seen.magnetic_field_t = *magnetometer.filter.output();
+    seen.sun_vector = reading(injected_sun_vector, sensed.sun_vector, tick_);
+    return seen;
+}
+
+void Sensors::Gyroscope::sum_up_bias(const Eigen::Vector3d& rate)
+{
+    bias_calculation->sum += rate;
+    ++bias_calculation->measurements;
+    if (bias_calculation->measurements < parameters.bias_counter)
+        return;
+    bias = narrow(bias_calculation->sum / bias_calculation->measurements);
+    bias_calculation.reset();
+}
+
 void Sensors::reset()
 {
-    gyroscopes.fill({default_gyroscope, {0, 0, 0}, false, {}});
-    magnetometers.fill({default_magnetometer, {}});
+    gyroscopes.fill({.parameters = default_gyroscope, .bias = {0, 0, 0}, .bias_removal = false});
+    magnetometers.fill({.parameters = default_magnetometer});
     injected_sun_vector.reset();
 }
 

@@ -87,8 +87,8 @@ Command_Table::Outcome Simulated_Unit::command(unsigned short identifier, std::s
 Actuation Simulated_Unit::control_tick(const Measurements& sensed)
 {
     Actuation actuation = parts.actuators.actuation();
+    const Measurements measurements = parts.measurements(sensed);
     if (software) {
-        Measurements measurements = parts.seen_through_injections(sensed);
         software->tick(measurements, actuation);
         parts.report = software->report();
         parts.actuators.show(actuation);

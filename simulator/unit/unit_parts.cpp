@@ -7,16 +7,6 @@
 namespace zavra::simulator
 {
 
-namespace
-{
-
-void inject(const Sensors::Measurement& injected, std::chrono::milliseconds now, Measurements::Vector& over)
-{
-    over = {wide(injected.vector), now, true};
-}
-
-}
-
 Flight_Settings Unit_Parts::flight_settings() const
 {
     const auto& s = modes.settings;
@@ -45,21 +35,12 @@ Flight_Settings Unit_Parts::flight_settings() const
     return settings;
 }
 
-Measurements Unit_Parts::seen_through_injections(const Measurements& sensed) const
+Measurements Unit_Parts::measurements(const Measurements& sensed)
 {
-    Measurements seen = sensed;
+    Measurements seen = sensors.measurements(sensed);
     seen.epoch_time_msec = time.epoch_msec();
-    for (std::size_t i = 0; i < sensors.gyroscopes.size(); ++i) {
-        const Sensors::Gyroscope& gyroscope = sensors.gyroscopes[i];
-        if (gyroscope.bias_removal)
-            seen.angular_velocity_radps[i].value -= wide(gyroscope.bias);
-        if (gyroscope.injected)
-            inject(*gyroscope.injected, sensed.time, seen.angular_velocity_radps[i]);
-    }
-    if (const auto& injected = sensors.magnetometers[0].injected)
-        inject(*injected, sensed.time, seen.magnetic_field_t);
-    if (const auto& injected = sensors.injected_sun_vector)
-        inject(*injected, sensed.time, seen.sun_vector);
+    if (system.settings.active_magnetometer >= sensors.magnetometers.size())
+        seen.magnetic_field_t.valid = false;
     if (const auto& q = startracker_orbit.settings.quaternion)
         seen.attitude = {Eigen::Quaterniond(q->q_4, q->q_1, q->q_2, q->q_3), sensed.time, true};
     return seen;

@@ -39,9 +39,9 @@ struct Unit_Parts
         report.reset();
     }
 
-    /// What the on-board software gets for what the sensors gave: biases are removed where that is switched on, and
-    /// injected values stand for measured ones.
-    Measurements seen_through_injections(const Measurements& sensed) const;
+    /// One control tick: what the on-board software gets for what the sensors gave. Injected values stand for measured
+    /// ones, and both are processed as the sensors' parameters say.
+    Measurements measurements(const Measurements& sensed);
 
     /// What the on-board software is to go by.
     Flight_Settings flight_settings() const;

@@ -179,7 +179,7 @@ inline Nadir_Result nadir(unsigned long long seed, bool star_tracker, int settle
     run.pass(measure_s, [&] {
         const auto& around = run.satellite.surroundings();
         errors.push_back(std::max(run.angle({0, 1, 0}, -around.position_km),
-                                  run.angle({0, 0, 1}, around.velocity_kmps.cross(around.position_km))));
+                                  run.angle({0, 0, 1}, around.position_km.cross(around.velocity_kmps))));
         use = std::max(use, run.wheel_use());
     });
     return {percentile_95(errors), use};
@@ -217,7 +217,7 @@ inline int slew_s(unsigned long long seed)
 {
     Rehearsal run{"3u", seed};
     const auto attitude = [](const Eigen::Quaterniond& q) {
-        protocol::Inertial_Request request{};
+        Inertial_Request request{};
         request.los_vector_bf = {0, 0, 1};
         request.flight_vector_bf = {1, 0, 0};
         const Eigen::Quaternionf f = q.cast<float>();
