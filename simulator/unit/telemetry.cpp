@@ -86,6 +86,15 @@ ZAVRA_100_Standard_Telemetry Telemetry::standard() const
     t.system_scheduler_register = parts_.system.settings.scheduler_register;
     t.system_error_register = parts_.system.error_register;
     t.control_main_status = parts_.modes.main_status();
+    if (parts_.report) {
+        const Control_Report& control = parts_.report->control;
+        t.actuators_error_register = control.actuators_error;
+        t.control_main_error = control.main_error;
+        t.control_single_axis_status_x = control.single_axis_status[0];
+        t.control_single_axis_status_y = control.single_axis_status[1];
+        t.control_single_axis_status_z = control.single_axis_status[2];
+        t.control_all_axis_status = control.all_axis_status;
+    }
     t.number_of_received_commands = parts_.system.counters.received_commands;
     t.number_of_failed_commands = parts_.system.counters.failed_commands;
     return t;
