@@ -42,10 +42,6 @@ public:
         earth_const_velocity = 7,
         inertial = 8,
     };
-    static constexpr std::array mode_names{"idle",    "safe",  "measurement", "detumbling",
-                                           "sun",     "nadir", "earth-fixed", "earth-constant-velocity",
-                                           "inertial"};
-    static_assert(mode_names.size() == inertial + 1);
     static constexpr unsigned int waiting_bit = 1U << 8U;
 
     enum Pointing_State : unsigned char { not_pointing = 0, waiting_for_start = 1, pointing = 2 };
@@ -69,6 +65,12 @@ public:
     unsigned int main_status() const { return mode() | (waiting() ? waiting_bit : 0); }
 
     void reset() { settings = {}; }
+
+    /// By their numbers.
+    static constexpr std::array mode_names{"idle",    "safe",  "measurement", "detumbling",
+                                           "sun",     "nadir", "earth-fixed", "earth-constant-velocity",
+                                           "inertial"};
+    static_assert(mode_names.size() == inertial + 1);
 
     Settings settings;
 
