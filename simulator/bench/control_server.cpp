@@ -42,7 +42,7 @@ Time_Change time_change(const Test_Bench& bench, const Json& request)
     if (const auto factor = request.find("factor"); factor != request.end())
         change.factor = checked_time_factor(json::to_number(*factor, "time.factor"), bench.has_satellite());
     if (const auto advance = request.find("advance"); advance != request.end())
-        change.leap = seconds(*advance, "time.advance");
+        change.leap = seconds_of(*advance, "time.advance");
     return change;
 }
 

@@ -87,7 +87,7 @@ std::function<void(Test_Bench::Unit&)> fault_action(Fault fault, const Json* pro
 {
     Fault_Rate rate{fault, 0};
     if (duration != nullptr)
-        rate.duration = checked_duration(fault, seconds(*duration, "for"));
+        rate.duration = checked_duration(fault, seconds_of(*duration, "for"));
     if (probability == nullptr)
         return [=](Test_Bench::Unit& bench_unit) { bench_unit.faults.inject(fault, rate.duration); };
     rate.probability = checked_probability(json::to_number(*probability, "probability"));
@@ -128,7 +128,7 @@ private:
 
 }
 
-Clock::Time seconds(const Json& value, const std::string& where)
+Clock::Time seconds_of(const Json& value, const std::string& where)
 {
     const double msec = std::round(1000 * json::to_number(value, where));
     if (!(msec >= 0 && msec <= 1e15))
@@ -140,7 +140,7 @@ Event::Event(const Json& source)
 {
     Keys keys(source);
     if (const Json* at = keys.take("at"))
-        time = seconds(*at, "at");
+        time = seconds_of(*at, "at");
     if (const Json* number = keys.take("address"))
         address = json::to_integer<unsigned int>(*number, "address");
     if (const Json* world = keys.take("world")) {

@@ -44,6 +44,6 @@ Json to_json(Test_Bench::Unit& unit);
 
 /// A number of seconds that is not negative.
 /// @throws std::invalid_argument
-Clock::Time seconds(const Json& value, const std::string& where);
+Clock::Time seconds_of(const Json& value, const std::string& where);
 
 }

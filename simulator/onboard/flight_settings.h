@@ -23,10 +23,6 @@ struct Operation
         earth_const_velocity = 7,
         inertial = 8,
     };
-    static constexpr std::array mode_names{"idle",    "safe",  "measurement", "detumbling",
-                                           "sun",     "nadir", "earth-fixed", "earth-constant-velocity",
-                                           "inertial"};
-    static_assert(mode_names.size() == inertial + 1);
 
     enum Pointing_State : unsigned char { not_pointing = 0, waiting_for_start = 1, pointing = 2, prealigning = 3 };
 };

@@ -68,6 +68,12 @@ public:
 
     void reset() { settings = {}; }
 
+    /// By their numbers.
+    static constexpr std::array mode_names{"idle",    "safe",  "measurement", "detumbling",
+                                           "sun",     "nadir", "earth-fixed", "earth-constant-velocity",
+                                           "inertial"};
+    static_assert(mode_names.size() == inertial + 1);
+
     Settings settings;
 
 private:
