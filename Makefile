@@ -1,5 +1,5 @@
 # The front door: every target sets up what it needs on a Debian machine.
-.PHONY: help demo test test-sanitize docs test-arm test-clang test-ground test-kaitai tidy protocol-reference benchmark size package abi abi-record clean
+.PHONY: help demo test test-sanitize docs test-arm test-clang test-ground test-kaitai tidy protocol-reference benchmark mission-table size package abi abi-record clean
 
 # Whatever the caller's environment is: a locale that every machine has, and a shell without surprises.
 export LC_ALL := C.UTF-8
@@ -17,6 +17,7 @@ help:
 	@echo "make docs       the API reference, in build/docs/html, and a check of the manual pages"
 	@echo "make protocol-reference  rewrite docs/protocol.md from the command descriptors"
 	@echo "make benchmark  CPU cost of commands, codec, CRC, satellite and magnetic field"
+	@echo "make mission-table  how well the simulated unit's own software determines and controls, with twenty seeds"
 	@echo "make size       the flight build: its checks, and how large its library is"
 	@echo "make package    Debian packages for this machine and for 32-bit ARM, in build/packages"
 	@echo "make abi        compares the library's binary interface on ARM with the one recorded"
@@ -81,6 +82,11 @@ benchmark:
 	@scripts/setup.sh base benchmark
 	@scripts/build.sh release zavra_benchmark
 	@build/release/bin/zavra_benchmark
+
+mission-table:
+	@scripts/setup.sh base benchmark
+	@scripts/build.sh release mission_table
+	@build/release/bin/mission_table
 
 size:
 	@scripts/setup.sh base arm

@@ -64,6 +64,28 @@ void satellite_and_unit(benchmark::State& state)
     tell_speed(state, 1);
 }
 
+/// The whole loop: determination with the filter, sensors with noise, pointing at nadir with four wheels and unloading.
+void on_board_software(benchmark::State& state)
+{
+    Satellite_Settings settings = four_wheels();
+    for (auto& gyroscope : settings.sensors.gyroscopes)
+        gyroscope.noise = 1e-4;
+    settings.sensors.magnetometer.noise = 5e-8;
+    settings.sensors.sun_sensors.noise_rad = 0.005;
+    settings.sensors.star_tracker.noise_across_rad = settings.sensors.star_tracker.noise_along_rad = 3e-5;
+    Manual_Clock clock;
+    Test_Bench bench{clock, {.satellite = settings}};
+    Unit_Parts& parts = bench.unit().unit.parts;
+    parts.startracker_orbit.load({"1 25544U 98067A   18020.89808844  .00002078  00000-0  38550-4 0  9992",
+                                  "2 25544  51.6424  32.9776 0003646  28.7227  39.5332 15.54190080 95614", 1000});
+    parts.modes.settings.mode = Modes::nadir;
+    for (auto _ : state) {
+        clock.advance(std::chrono::seconds(1));
+        bench.time.run_due();
+    }
+    tell_speed(state, 1);
+}
+
 /// The argument is the highest degree: 13 for the satellite, 8 for on-board software.
 void geomagnetic_field(benchmark::State& state)
 {
@@ -83,6 +105,7 @@ void geomagnetic_coefficients(benchmark::State& state)
 
 BENCHMARK(satellite);
 BENCHMARK(satellite_and_unit);
+BENCHMARK(on_board_software);
 BENCHMARK(geomagnetic_field)->Arg(8)->Arg(13);
 BENCHMARK(geomagnetic_coefficients);
 

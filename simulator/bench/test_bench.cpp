@@ -22,6 +22,9 @@ Test_Bench::Unit::Unit(Agenda& time, Bus_Line& line, unsigned long long seed, co
       faults(unit, time, line, seed)
 {
     if (satellite) {
+        unit.parts.actuators.build_for(*options.satellite);
+        unit.software = std::make_unique<Flight_Software>(mission_of(*options.satellite),
+                                                          [this] { return unit.parts.flight_settings(); });
         unit.parts.time.set_epoch_msec(options.satellite->start_epoch_msec);
         tick_at(time, Clock::Time(0));
     }

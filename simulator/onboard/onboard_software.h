@@ -2,6 +2,8 @@
 
 #include "../satellite/actuation.h"
 #include "../satellite/measurements.h"
+#include "attitude_determination.h"
+#include "control_report.h"
 
 #include <optional>
 
@@ -13,6 +15,9 @@ namespace zavra::simulator
 class Onboard_Software
 {
 public:
+    /// Of simulated time.
+    static constexpr std::chrono::milliseconds control_tick{100};
+
     /// What the software believes.
     struct Estimate
     {
@@ -27,6 +32,15 @@ public:
     virtual void tick(const Measurements& measurements, Actuation& actuation) = 0;
 
     virtual std::optional<Estimate> estimate() const { return std::nullopt; }
+
+    /// What it believed and did at the last control tick, for telemetry.
+    struct Report
+    {
+        Attitude_Estimate attitude;
+        Control_Report control;
+    };
+
+    virtual std::optional<Report> report() const { return std::nullopt; }
 
     /// The unit was reset.
     virtual void reset() {}

@@ -2,6 +2,8 @@
 
 #include <Eigen/Geometry>
 
+#include <cmath>
+
 namespace zavra::simulator
 {
 
@@ -20,6 +22,16 @@ inline Eigen::Quaterniond turned(const Eigen::Quaterniond& attitude, const Eigen
 {
     const double angle = rotation.norm();
     return angle > 0 ? attitude * Eigen::Quaterniond(Eigen::AngleAxisd(angle, rotation / angle)) : attitude;
+}
+
+/// The rotation vector of a quaternion, the shorter way round.
+inline Eigen::Vector3d rotation_vector(const Eigen::Quaterniond& q)
+{
+    const double sine = q.vec().norm();
+    if (sine == 0)
+        return Eigen::Vector3d::Zero();
+    const double angle = 2 * std::atan2(sine, std::abs(q.w()));
+    return std::copysign(angle / sine, q.w()) * q.vec();
 }
 
 }

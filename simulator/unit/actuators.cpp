@@ -1,6 +1,8 @@
 #include "actuators.h"
 
 #include "../../protocol/actuators.h"
+#include "../onboard/vectors.h"
+#include "../onboard/wheel_array.h"
 
 #include <algorithm>
 #include <cmath>
@@ -115,6 +117,32 @@ Actuators::Settings::Settings()
                      .relax_time_z = 20};
 }
 
+void Actuators::build_for(const Satellite_Settings& satellite)
+{
+    const auto narrow_or = [](const std::optional<double>& value, float otherwise) {
+        return value ? static_cast<float>(*value) : otherwise;
+    };
+    bool first = true;
+    for (std::size_t i = 0; i < max_wheels; ++i)
+        if (const auto& wheel = satellite.wheels[i]) {
+            auto parameters = defaults_.wheels[i].parameters();
+            parameters.moment_of_inertia = static_cast<float>(wheel->inertia_kgm2);
+            parameters.max_torque = narrow_or(wheel->max_torque_nm, parameters.max_torque);
+            parameters.max_speed = narrow_or(wheel->max_speed_radps, parameters.max_speed);
+            defaults_.wheels[i].set_parameters(parameters, 0);
+            if (std::exchange(first, false)) {
+                defaults_.array.moment_of_inertia = parameters.moment_of_inertia;
+                defaults_.array.max_torque = parameters.max_torque;
+                defaults_.array.max_speed = parameters.max_speed;
+            }
+        }
+    defaults_.array.torque_distribution_matrix = torque_distribution(mission_of(satellite));
+    if (const auto& torquers = satellite.magnetorquers)
+        if (const auto& most = torquers->max_dipole_moment_am2)
+            defaults_.magnetorquers.max_dipole_moment = narrow(*most);
+    settings = defaults_;
+}
+
 Actuators::Actuators(Command_Table& commands, const Unit_Time& time, World& world) : time_(time), world_(world)
 {
     using namespace protocol;
@@ -169,6 +197,13 @@ Reaction_Wheel& Actuators::wheel(unsigned char index)
 
 ZAVRA_100_Vector6_float Actuators::wheel_targets_radps() const
 {
+    if (by_software_) {
+        const auto target = [this](std::size_t wheel) {
+            const Wheel_Command& command = by_software_->wheels[wheel];
+            return command.kind == Wheel_Command::Kind::speed ? static_cast<float>(command.target) : 0;
+        };
+        return {target(0), target(1), target(2), target(3), target(4), target(5)};
+    }
     const auto& w = settings.wheels;
     return {w[0].target_radps(), w[1].target_radps(), w[2].target_radps(),
             w[3].target_radps(), w[4].target_radps(), w[5].target_radps()};
@@ -226,12 +261,19 @@ void Actuators::set_current(const ZAVRA_100_Vector3_float& current_a)
 
 ZAVRA_100_Vector3_float Actuators::dipole_moment_am2() const
 {
-    return settings.suspended ? ZAVRA_100_Vector3_float{} : settings.dipole_moment_am2;
+    if (settings.suspended)
+        return {};
+    return by_software_ ? narrow(by_software_->dipole_moment_am2) : settings.dipole_moment_am2;
 }
 
 ZAVRA_100_Vector3_float Actuators::current_a() const
 {
-    return settings.suspended ? ZAVRA_100_Vector3_float{} : settings.current_a;
+    if (settings.suspended)
+        return {};
+    return by_software_ ? by_component(narrow(by_software_->dipole_moment_am2),
+                                       settings.magnetorquers.conv_factors_dipole_moment_to_current,
+                                       std::multiplies<float>())
+                        : settings.current_a;
 }
 
 Actuation Actuators::actuation() const
@@ -244,14 +286,15 @@ Actuation Actuators::actuation() const
     Actuation actuation;
     for (std::size_t i = 0; i < number_of_wheels; ++i)
         actuation.wheels[i] = settings.wheels[i].command(of_x[i] * t.x + of_y[i] * t.y + of_z[i] * t.z);
-    const auto moment = dipole_moment_am2();
+    const auto moment = settings.suspended ? ZAVRA_100_Vector3_float{} : settings.dipole_moment_am2;
     actuation.dipole_moment_am2 = {moment.x, moment.y, moment.z};
     return actuation;
 }
 
 void Actuators::reset()
 {
-    settings = {};
+    settings = defaults_;
+    by_software_.reset();
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include "../../protocol/records/actuators.h"
 #include "../satellite/actuation.h"
+#include "../satellite/satellite_settings.h"
 #include "command_table.h"
 #include "unit_time.h"
 #include "world.h"
@@ -76,6 +77,12 @@ public:
     /// What they do to a satellite. A torque on the body is the wheels' reaction, distributed by the array's matrix.
     Actuation actuation() const;
 
+    /// What the unit's own software has them do: telemetry shows it.
+    void show(const Actuation& by_software) { by_software_ = by_software; }
+
+    /// Has the settings of a unit that was built for a satellite, after each reset too.
+    void build_for(const Satellite_Settings& satellite);
+
     void reset();
 
     Settings settings;
@@ -89,6 +96,8 @@ private:
 
     const Unit_Time& time_;
     const World& world_;
+    Settings defaults_;
+    std::optional<Actuation> by_software_;
 };
 
 }

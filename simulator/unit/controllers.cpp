@@ -49,6 +49,7 @@ void Controllers::start(unsigned char index, Running controller, float target)
     Axis& started = axis(index);
     started.running = controller;
     started.target = target;
+    ++started.starts;
 }
 
 void Controllers::stop(unsigned char index, Running controller)

@@ -1,6 +1,7 @@
 #include "modes.h"
 
 #include "../../protocol/modes.h"
+#include "../onboard/vectors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,10 +57,12 @@ ZAVRA_100_Quaternion_float constant_attitude(const Inertial_Request& request)
 
 }
 
-Modes::Modes(Command_Table& commands, const Unit_Time& time, const World& world, const Actuators& actuators)
+Modes::Modes(Command_Table& commands, const Unit_Time& time, const World& world, const Actuators& actuators,
+             const std::optional<Onboard_Software::Report>& report)
     : time_(time),
       world_(world),
-      actuators_(actuators)
+      actuators_(actuators),
+      report_(report)
 {
     using namespace protocol;
     commands.on(set_operationmode_idle, [this] { enter(idle); });
@@ -68,7 +71,10 @@ Modes::Modes(Command_Table& commands, const Unit_Time& time, const World& world,
     commands.on(start_operationmode_detumbling,
                 [this](const auto& p) { enter(detumbling, p.start_epoch_time, p.stop_epoch_time); });
     commands.on(start_operationmode_sun_pointing,
-                [this](const auto& p) { enter(sun_pointing, p.start_epoch_time, p.stop_epoch_time); });
+                [this](const auto& p) {
+                    enter(sun_pointing, p.start_epoch_time, p.stop_epoch_time);
+                    settings.sun_line_of_sight = p.los_vector_bf;
+                });
     commands.on(start_targetpointing_nadir_mode, [this](const auto& p) { point(nadir, p); });
     commands.on(start_targetpointing_earth_fix_mode, [this](const auto& p) { point(earth_fixed, p); });
     commands.on(start_targetpointing_earth_const_velocity_mode,
@@ -99,6 +105,7 @@ void Modes::enter(Mode mode, unsigned long long start_epoch_time, unsigned long 
 {
     require(stop_epoch_time == 0 || start_epoch_time <= stop_epoch_time, "start after stop");
     settings.mode = mode;
+    ++settings.starts;
     settings.start_epoch_time = start_epoch_time;
     settings.stop_epoch_time = stop_epoch_time;
 }
@@ -139,6 +146,7 @@ void Modes::point(Mode mode, const Request& request)
     if constexpr (requires { request.polynomial_coeff; }) {
         target.start_quaternion = target.end_quaternion = constant_attitude(request);
         std::ranges::copy(request.polynomial_coeff, target.polynomial_coeff);
+        settings.polynomial_degree = request.degree;
     }
 
     enter(mode, target.start_epoch_time, target.stop_epoch_time);
@@ -183,6 +191,21 @@ ZAVRA_100_TargetPointing_Operation_Data_Telemetry Modes::operation_data() const
     t.angular_velocity_bf = world_.angular_velocity_radps();
     t.target_quaternion = settings.target.end_quaternion;
     t.attitude_quaternion = world_.attitude();
+    if (report_) {
+        t.angular_velocity_bf = narrow(report_->attitude.angular_velocity_radps);
+        t.attitude_quaternion = narrow(report_->attitude.attitude);
+        t.target_quaternion = {};
+    }
+    if (report_ && report_->control.pointing) {
+        const auto& p = *report_->control.pointing;
+        t.current_state = p.state;
+        t.prealignment_is_ready = p.ready;
+        t.prealignment_current_rotation_axis = p.axis;
+        t.prealignment_active_flag = {p.active[0], p.active[1], p.active[2]};
+        t.prealignment_target_rotation_angle = narrow(p.target_angle_rad);
+        t.prealignment_rotation_angle = narrow(p.angle_rad);
+        t.target_quaternion = narrow(p.target);
+    }
     t.target_rw_speed = actuators_.wheel_targets_radps();
     t.current_rw_speed = actuators_.wheel_speeds_radps();
     return t;

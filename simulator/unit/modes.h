@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../../protocol/records/modes.h"
+#include "../onboard/onboard_software.h"
 #include "actuators.h"
 #include "command_table.h"
 #include "unit_time.h"
@@ -25,24 +26,20 @@ namespace zavra::simulator
 /// - target_quaternion: the constant terms of the inertial mode's polynomials, 0 in the other modes
 /// - tolerances and update interval: from the mode that was started or the operation parameters, whichever came last
 ///
-/// The unit does not turn the satellite, so that the prealignment fields stay 0.
-class Modes
+/// With a satellite, its own software fills the operation data in: target_quaternion is the attitude to follow in every
+/// mode, attitude_quaternion and angular_velocity_bf are what it believes, and while it prealigns
+/// - current_state is prealigning; waiting_for_start when it is aligned before its start time
+/// - prealignment_is_ready: 1 when all axes have been within tolerance for the operation parameters' wait_time; 0 again
+///   where the error exceeds the target threshold, unless that is 0. A tolerance of 0 is none
+/// - prealignment_current_rotation_axis: the one with most to turn, 1 to 3, or 0; prealignment_active_flag: 1 where an
+///   axis is out of tolerance
+/// - prealignment_target_rotation_angle: the rotation vector to the target at the start, in the body frame;
+///   prealignment_rotation_angle: what is done of it
+/// Without one the unit does not turn anything, and the prealignment fields stay 0.
+class Modes : public Operation
 {
 public:
-    enum Mode : unsigned int {
-        idle = 0,
-        safe = 1,
-        measurement = 2,
-        detumbling = 3,
-        sun_pointing = 4,
-        nadir = 5,
-        earth_fixed = 6,
-        earth_const_velocity = 7,
-        inertial = 8,
-    };
     static constexpr unsigned int waiting_bit = 1U << 8U;
-
-    enum Pointing_State : unsigned char { not_pointing = 0, waiting_for_start = 1, pointing = 2 };
 
     struct Settings
     {
@@ -51,11 +48,16 @@ public:
         Mode mode = idle;
         unsigned long long start_epoch_time = 0;
         unsigned long long stop_epoch_time = 0;
+        unsigned int starts = 0; ///< of modes
+        ZAVRA_100_Vector3_float sun_line_of_sight{};
+        unsigned int polynomial_degree = 0; ///< of the inertial attitude
         ZAVRA_100_TargetPointing_Target_Parameters_Telemetry target{};
         ZAVRA_100_TargetPointing_Operation_Parameters_Telemetry operation_in_use{};
     };
 
-    Modes(Command_Table& commands, const Unit_Time& time, const World& world, const Actuators& actuators);
+    /// @param report  of the unit's own software; nothing where there is none
+    Modes(Command_Table& commands, const Unit_Time& time, const World& world, const Actuators& actuators,
+          const std::optional<Onboard_Software::Report>& report);
 
     /// The mode that the unit is in now, or waits to enter.
     Mode mode() const;
@@ -78,6 +80,7 @@ private:
     const Unit_Time& time_;
     const World& world_;
     const Actuators& actuators_;
+    const std::optional<Onboard_Software::Report>& report_;
 };
 
 }

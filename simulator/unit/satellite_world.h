@@ -14,7 +14,7 @@ namespace zavra::simulator
 class Satellite_World : public World
 {
 public:
-    static constexpr Clock::Time tick_length{100};
+    static constexpr Clock::Time tick_length = Onboard_Software::control_tick;
 
     /// The satellite's time starts now.
     Satellite_World(const Satellite_Settings& settings, const Clock& clock, unsigned long long seed);

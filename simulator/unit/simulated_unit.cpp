@@ -88,8 +88,11 @@ Actuation Simulated_Unit::control_tick(const Measurements& sensed)
 {
     Actuation actuation = parts.actuators.actuation();
     const Measurements measurements = parts.measurements(sensed);
-    if (software)
+    if (software) {
         software->tick(measurements, actuation);
+        parts.report = software->report();
+        parts.actuators.show(actuation);
+    }
     return actuation;
 }
 

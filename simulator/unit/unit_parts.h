@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../satellite/measurements.h"
+#include "../onboard/flight_software.h"
 #include "actuators.h"
 #include "controllers.h"
 #include "modes.h"
@@ -22,7 +22,7 @@ struct Unit_Parts
           startracker_orbit(commands, time, world),
           actuators(commands, time, world),
           controllers(commands, time, world),
-          modes(commands, time, world, actuators)
+          modes(commands, time, world, actuators, report)
     {
     }
 
@@ -36,13 +36,18 @@ struct Unit_Parts
         actuators.reset();
         controllers.reset();
         modes.reset();
+        report.reset();
     }
 
     /// One control tick: what the on-board software gets for what the sensors gave. Injected values stand for measured
     /// ones, and both are processed as the sensors' parameters say.
     Measurements measurements(const Measurements& sensed);
 
+    /// What the on-board software is to go by.
+    Flight_Settings flight_settings() const;
+
     Unit_Time time;
+    std::optional<Onboard_Software::Report> report; ///< Of the on-board software's last control tick, if it gave one
     System system;
     Sensors sensors;
     Startracker_Orbit startracker_orbit;
