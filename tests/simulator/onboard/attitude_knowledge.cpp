@@ -62,7 +62,6 @@ Attitude_Knowledge attitude_knowledge(Satellite_Settings settings, Observed_Sate
     observed.settings.method = method;
     const int orbit = static_cast<int>(600 * 2 * 3.14159265358979 / settings.elements.mean_motion);
     Attitude_Knowledge knowledge{};
-    Error_Statistics rate;
     for (int i = 0; i < 2 * orbit; ++i) {
         observed.tick();
         if (i < orbit)
@@ -74,9 +73,7 @@ Attitude_Knowledge attitude_knowledge(Satellite_Settings settings, Observed_Sate
          : observed.satellite.surroundings().sunlight > 0 ? knowledge.light
                                                           : knowledge.eclipse)
             .add(error);
-        rate.add(observed.rate_error_radps());
     }
-    knowledge.rate_sigma_radps = rate.sigma();
     return knowledge;
 }
 

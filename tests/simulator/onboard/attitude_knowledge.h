@@ -36,16 +36,15 @@ struct Observed_Satellite
     std::function<void(simulator::Measurements&)> meddle = [](simulator::Measurements&) {};
 };
 
-/// Errors in rad, from the root of the mean square: 1 sigma of the whole error.
+/// The angle of the whole error; 1 sigma is the root of the mean square.
 struct Error_Statistics
 {
-    double squares = 0, worst = 0;
+    double squares = 0;
     int number = 0;
 
     void add(double error)
     {
         squares += error * error;
-        worst = std::max(worst, error);
         ++number;
     }
     double sigma() const { return std::sqrt(squares / number); }
@@ -54,10 +53,10 @@ struct Error_Statistics
 struct Attitude_Knowledge
 {
     Error_Statistics light, eclipse, star_tracker;
-    double rate_sigma_radps;
 };
 
-/// Random attitude at the start, two orbits, statistics from the second; they are of the star tracker where it sees.
+/// Two orbits from a random attitude, and about a random axis where it tumbles. Statistics are from the second orbit,
+/// by what there was: the star tracker, or else the sun, or not even that.
 Attitude_Knowledge attitude_knowledge(simulator::Satellite_Settings settings, Observed_Satellite::Motion motion,
                                       simulator::Determination_Method method, unsigned long long seed);
 
