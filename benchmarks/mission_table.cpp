@@ -38,8 +38,9 @@ int main(int argc, char** argv)
                 [&](auto seed) { return detumbled_dps(name, seed); });
     measure("sun pointing with +x, after three orbits", "deg", [](auto seed) { return from_sun_deg(seed); });
     measure("sun pointing with -x", "deg", [](auto seed) { return from_sun_deg(seed, {-1, 0, 0}); });
-    measure("sun pointing with +z, the axis of the smallest moment", "deg",
-            [](auto seed) { return from_sun_deg(seed, {0, 0, 1}); });
+    measure("sun pointing with +z, the axis of the smallest moment", "deg", [](auto seed) {
+        return from_sun_deg(seed, {0, 0, 1});
+    });
     measure("nadir with star tracker, 95 % of an orbit", "deg",
             [](auto seed) { return nadir(seed, true, 1200, orbit_s).percentile_95_deg; });
     measure("nadir without star tracker, 95 % of an orbit", "deg",

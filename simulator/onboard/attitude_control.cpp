@@ -109,16 +109,15 @@ void Attitude_Control::turn_single_axes(Tick& tick)
         const bool step = axis.running == Running::angle_step;
         unsigned int& status = report_.single_axis_status[i];
         Control_Report::set(status, step ? Single_Axis_Status::angle_step : Single_Axis_Status::angular_velocity);
-        const auto interface =
-            step ? axis.angle_step.ctrl_actuator_cmd_if : axis.angular_velocity.ctrl_actuator_cmd_if;
+        const auto interface = step ? axis.angle_step.ctrl_actuator_cmd_if : axis.angular_velocity.ctrl_actuator_cmd_if;
         const bool magnetic = drives_magnetorquers(interface, false);
         const auto index = static_cast<Eigen::Index>(i);
         const Eigen::Vector3d about = Eigen::Vector3d::Unit(index);
         const Eigen::Vector3d torque_per_acceleration = mission_.inertia_kgm2 * about;
-        const double most =
-            magnetic ? tick.max_dipole_am2.minCoeff() * tick.measurements.magnetic_field_t.value.norm() /
-                           torque_per_acceleration.norm()
-                     : 2 * tick.wheels.acceleration_limit_radps2(torque_per_acceleration);
+        const double most = magnetic
+                                ? tick.max_dipole_am2.minCoeff() * tick.measurements.magnetic_field_t.value.norm() /
+                                      torque_per_acceleration.norm()
+                                : 2 * tick.wheels.acceleration_limit_radps2(torque_per_acceleration);
         const Eigen::Vector3d torque =
             torque_per_acceleration * single_axes_[i].acceleration(axis, tick.estimate.angular_velocity_radps[index],
                                                                    tick.measurements.time, tick_seconds, most);
@@ -160,8 +159,8 @@ void Attitude_Control::point_at_sun(Tick& tick)
     }
     const auto& parameters = tick.settings.controllers.sun_pointing;
     if (progress_.control.due(tick.measurements.time, parameters.update_interval, 0))
-        progress_.torque_nm = sun_pointing_torque(mission_, parameters, line_of_sight, sun,
-                                                  tick.estimate.angular_velocity_radps);
+        progress_.torque_nm =
+            sun_pointing_torque(mission_, parameters, line_of_sight, sun, tick.estimate.angular_velocity_radps);
     turn(tick, progress_.torque_nm, drives_magnetorquers(parameters.ctrl_actuator_cmd_if, true));
 }
 
@@ -180,10 +179,9 @@ void Attitude_Control::point_at_target(Tick& tick)
     }
     const auto now = tick.measurements.time;
     if (progress_.guidance.due(now, settings.operation_in_use.update_interval, 0) || !progress_.target) {
-        progress_.target =
-            target({settings.mode, settings.target, settings.polynomial_degree, progress_.begin_msec,
-                    wide(settings.operation.angles)},
-                   needs_orbit ? &*tick.estimate.orbit : nullptr, tick.measurements.epoch_time_msec);
+        progress_.target = target({settings.mode, settings.target, settings.polynomial_degree, progress_.begin_msec,
+                                   wide(settings.operation.angles)},
+                                  needs_orbit ? &*tick.estimate.orbit : nullptr, tick.measurements.epoch_time_msec);
         progress_.target_time = now;
     }
     Target target = *progress_.target;
@@ -209,14 +207,13 @@ void Attitude_Control::point_at_target(Tick& tick)
     Eigen::Vector3d torque = progress_.torque_nm;
     if (!magnetic) {
         unload_momentum(tick);
-        torque -= tick.duty * (tick.from_coils * tick.actuation.dipole_moment_am2)
-                                  .cross(tick.measurements.magnetic_field_t.value);
+        torque -= tick.duty *
+                  (tick.from_coils * tick.actuation.dipole_moment_am2).cross(tick.measurements.magnetic_field_t.value);
     }
     turn(tick, torque, magnetic);
 }
 
-Control_Report::Pointing Attitude_Control::prealign(const Tick& tick, const Target& target,
-                                                    const Pointing_Error& error)
+Control_Report::Pointing Attitude_Control::prealign(const Tick& tick, const Target& target, const Pointing_Error& error)
 {
     const auto& tolerance = tick.settings.operation_in_use.tolerance_parameters;
     const Eigen::Vector3d to_turn = -error.rotation_rad;
@@ -231,9 +228,9 @@ Control_Report::Pointing Attitude_Control::prealign(const Tick& tick, const Targ
     bool aligned = tolerance.prealignment_angular_velocity_tolerance_radps <= 0 ||
                    error.rate_radps.norm() <= double{tolerance.prealignment_angular_velocity_tolerance_radps};
     for (Eigen::Index i = 0; i < 3; ++i) {
-        const double allowed = std::max(double{tolerance.prealignment_angle_tolerance_rad},
-                                        double{tolerance.prealignment_angle_tolerance_percent} / 100 *
-                                            std::abs(whole[i]));
+        const double allowed =
+            std::max(double{tolerance.prealignment_angle_tolerance_rad},
+                     double{tolerance.prealignment_angle_tolerance_percent} / 100 * std::abs(whole[i]));
         pointing.active[static_cast<std::size_t>(i)] = allowed > 0 && std::abs(to_turn[i]) > allowed;
         aligned = aligned && !pointing.active[static_cast<std::size_t>(i)];
     }
@@ -273,8 +270,7 @@ void Attitude_Control::turn(Tick& tick, const Eigen::Vector3d& torque_nm, bool w
         return;
     }
     const Eigen::Vector3d& rate = tick.estimate.angular_velocity_radps;
-    const Eigen::Vector3d gyroscopic =
-        rate.cross(mission_.inertia_kgm2 * rate + tick.wheels.momentum_nms());
+    const Eigen::Vector3d gyroscopic = rate.cross(mission_.inertia_kgm2 * rate + tick.wheels.momentum_nms());
     tick.wheels.apply(torque_nm + gyroscopic, tick_seconds, tick.actuation);
 }
 

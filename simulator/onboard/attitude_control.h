@@ -37,7 +37,7 @@ private:
         Wheel_Array wheels;
         Eigen::Vector3d max_dipole_am2;
         Eigen::Matrix3d from_coils; ///< into the body frame
-        double duty; ///< of the magnetorquers
+        double duty;                ///< of the magnetorquers
     };
 
     void turn_single_axes(Tick& tick);

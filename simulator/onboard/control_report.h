@@ -10,7 +10,7 @@ namespace zavra::simulator
 enum class Single_Axis_Status : unsigned int { // control_single_axis_status_x, _y, _z
     angular_velocity = 1U << 0U,
     angle_step = 1U << 1U,
-    paused = 1U << 2U, ///< by a mode other than idle
+    paused = 1U << 2U,  ///< by a mode other than idle
     limited = 1U << 3U, ///< by what the actuators can do
 };
 
@@ -24,7 +24,7 @@ enum class All_Axis_Status : unsigned int { // control_all_axis_status
 };
 
 enum class Control_Error : unsigned int { // control_main_error
-    no_attitude = 1U << 0U, ///< which the mode needs
+    no_attitude = 1U << 0U,               ///< which the mode needs
     no_orbit = 1U << 1U,
     no_magnetic_field = 1U << 2U,
     unknown_actuator_interface = 1U << 3U, ///< or one that the controller has no use for
@@ -32,7 +32,7 @@ enum class Control_Error : unsigned int { // control_main_error
 };
 
 enum class Actuators_Error : unsigned int { // actuators_error_register; bits 0 to 5: wheels x to w
-    wheel_x_saturated = 1U << 0U, ///< at its maximum speed
+    wheel_x_saturated = 1U << 0U,           ///< at its maximum speed
 };
 
 /// What control did in a tick.

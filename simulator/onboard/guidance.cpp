@@ -86,8 +86,8 @@ private:
             const double angle = std::atan2(across.norm(), start.dot(stop)) * std::clamp(way, 0.0, 1.0);
             now = Eigen::AngleAxisd(angle, across.normalized()) * start;
         }
-        const Eigen::Vector3d earth_fixed = earth_fixed_position(
-            {std::asin(std::clamp(now.z(), -1.0, 1.0)), std::atan2(now.y(), now.x()), 0});
+        const Eigen::Vector3d earth_fixed =
+            earth_fixed_position({std::asin(std::clamp(now.z(), -1.0, 1.0)), std::atan2(now.y(), now.x()), 0});
         const Julian_Date date = julian_date(static_cast<unsigned long long>(std::max(epoch_msec_ + 1e3 * after, 0.0)));
         return teme_to_earth_fixed(date).transpose() * earth_fixed;
     }
@@ -121,10 +121,10 @@ Target target(const Pointing_Order& order, const Surroundings* orbit, unsigned l
 {
     const Pointing_Frame frame{order, orbit, epoch_msec};
     const double offset = 1e-3 * static_cast<double>(order.parameters.offset_time_msec);
-    const Eigen::Quaterniond to_body =
-        mounting(order.parameters.rotation_matrix) * Eigen::AngleAxisd(order.angles.x(), Eigen::Vector3d::UnitX()) *
-        Eigen::AngleAxisd(order.angles.y(), Eigen::Vector3d::UnitY()) *
-        Eigen::AngleAxisd(order.angles.z(), Eigen::Vector3d::UnitZ());
+    const Eigen::Quaterniond to_body = mounting(order.parameters.rotation_matrix) *
+                                       Eigen::AngleAxisd(order.angles.x(), Eigen::Vector3d::UnitX()) *
+                                       Eigen::AngleAxisd(order.angles.y(), Eigen::Vector3d::UnitY()) *
+                                       Eigen::AngleAxisd(order.angles.z(), Eigen::Vector3d::UnitZ());
     const auto at = [&](double after) { return frame.at(offset + after) * to_body; };
     constexpr double step = 1;
     Target target{.attitude = at(0)};

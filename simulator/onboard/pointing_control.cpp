@@ -38,8 +38,7 @@ Eigen::Vector3d sliding_torque(const Eigen::Matrix3d& inertia_kgm2,
     const Eigen::Quaterniond to_body = attitude.conjugate() * target.attitude;
     const Eigen::Vector3d target_change =
         to_body * target.acceleration_radps2 - error.rate_radps.cross(to_body * target.rate_radps);
-    return inertia_kgm2 *
-           (target_change + wanted_change - double{parameters.k_2} * (error.rate_radps + wanted * axis));
+    return inertia_kgm2 * (target_change + wanted_change - double{parameters.k_2} * (error.rate_radps + wanted * axis));
 }
 
 }

@@ -28,7 +28,8 @@ private:
     double excess_ = 0;
 };
 
-/// A controller of the turn about one axis. Its output is an angular acceleration: gains do not depend on the satellite.
+/// A controller of the turn about one axis. Its output is an angular acceleration: gains do not depend on the
+/// satellite.
 ///
 /// - angular velocity: acceleration = PID(target rate - rate), gains in 1/s, 1/s^2, 1
 /// - angle step: the outer loop PID(target angle - angle) gives the rate to the inner one, which is as above; the angle

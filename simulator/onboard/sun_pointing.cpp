@@ -20,7 +20,8 @@ Eigen::Vector3d sun_pointing_torque(const Mission& mission,
     const double k_p{parameters.k_p};
     Eigen::Vector3d torque = inertia * (wide(parameters.k_v) * (near * spin * line_of_sight - rate_radps));
     if (sun)
-        torque += (1 - near) * k_p * (inertia * line_of_sight.cross(*sun)) + near * moment * k_p * (*sun - line_of_sight);
+        torque +=
+            (1 - near) * k_p * (inertia * line_of_sight.cross(*sun)) + near * moment * k_p * (*sun - line_of_sight);
     return shortened(torque, wide(parameters.max_torque));
 }
 

@@ -5,8 +5,8 @@
 namespace zavra::simulator
 {
 
-/// About a line of sight along the axis of the largest moment of inertia, in rad/s; about others so much faster that the
-/// energy is the same.
+/// About a line of sight along the axis of the largest moment of inertia, in rad/s; about others so much faster that
+/// the energy is the same.
 inline constexpr double sun_pointing_spin_radps = 0.08;
 
 /// The torque in N m that points the line of sight at the sun and has the satellite spin about it (after Avanzini,

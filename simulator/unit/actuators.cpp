@@ -270,10 +270,10 @@ ZAVRA_100_Vector3_float Actuators::current_a() const
 {
     if (settings.suspended)
         return {};
-    return by_software_ ? by_component(narrow(by_software_->dipole_moment_am2),
-                                       settings.magnetorquers.conv_factors_dipole_moment_to_current,
-                                       std::multiplies<float>())
-                        : settings.current_a;
+    return by_software_
+               ? by_component(narrow(by_software_->dipole_moment_am2),
+                              settings.magnetorquers.conv_factors_dipole_moment_to_current, std::multiplies<float>())
+               : settings.current_a;
 }
 
 Actuation Actuators::actuation() const

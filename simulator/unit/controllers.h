@@ -8,8 +8,8 @@
 namespace zavra::simulator
 {
 
-/// The simulated unit's controllers: their parameters, and which of them runs on which axis. The unit's own software has
-/// them turn a satellite; without one they turn nothing.
+/// The simulated unit's controllers: their parameters, and which of them runs on which axis. The unit's own software
+/// has them turn a satellite; without one they turn nothing.
 class Controllers
 {
 public:

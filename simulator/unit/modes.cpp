@@ -70,11 +70,10 @@ Modes::Modes(Command_Table& commands, const Unit_Time& time, const World& world,
     commands.on(set_operationmode_measurement, [this] { enter(measurement); });
     commands.on(start_operationmode_detumbling,
                 [this](const auto& p) { enter(detumbling, p.start_epoch_time, p.stop_epoch_time); });
-    commands.on(start_operationmode_sun_pointing,
-                [this](const auto& p) {
-                    enter(sun_pointing, p.start_epoch_time, p.stop_epoch_time);
-                    settings.sun_line_of_sight = p.los_vector_bf;
-                });
+    commands.on(start_operationmode_sun_pointing, [this](const auto& p) {
+        enter(sun_pointing, p.start_epoch_time, p.stop_epoch_time);
+        settings.sun_line_of_sight = p.los_vector_bf;
+    });
     commands.on(start_targetpointing_nadir_mode, [this](const auto& p) { point(nadir, p); });
     commands.on(start_targetpointing_earth_fix_mode, [this](const auto& p) { point(earth_fixed, p); });
     commands.on(start_targetpointing_earth_const_velocity_mode,

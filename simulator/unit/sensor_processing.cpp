@@ -1,5 +1,6 @@
 #include "sensor_processing.h"
 
+#include "../onboard/vectors.h"
 #include "../satellite/attitude.h"
 
 namespace zavra::simulator
@@ -7,18 +8,6 @@ namespace zavra::simulator
 
 namespace
 {
-
-Eigen::Vector3d wide(const ZAVRA_100_Vector3_float& v)
-{
-    return {v.x, v.y, v.z};
-}
-
-Eigen::Matrix3d wide(const ZAVRA_100_Matrix3x3_float& m)
-{
-    Eigen::Matrix3d wide;
-    wide << m.m11, m.m12, m.m13, m.m21, m.m22, m.m23, m.m31, m.m32, m.m33;
-    return wide;
-}
 
 Eigen::Matrix3d matrix_of(const ZAVRA_100_Quaternion_float& q)
 {

@@ -1,5 +1,7 @@
 #include "sensors.h"
 
+#include "../onboard/vectors.h"
+
 namespace zavra::simulator
 {
 
@@ -39,17 +41,6 @@ constexpr ZAVRA_100_Magnetometer_Parameters default_magnetometer{
     .moving_avg_filter_gain = 0.1F,
     .moving_avg_filter_criterion = 0.5F,
 };
-
-Eigen::Vector3d wide(const ZAVRA_100_Vector3_float& v)
-{
-    return {v.x, v.y, v.z};
-}
-
-ZAVRA_100_Vector3_float narrow(const Eigen::Vector3d& v)
-{
-    const Eigen::Vector3f f = v.cast<float>();
-    return {f.x(), f.y(), f.z()};
-}
 
 Measurements::Vector reading(const std::optional<Sensors::Measurement>& injected, const Measurements::Vector& sensed,
                              Sensor_Filter::Time now)

@@ -1,6 +1,7 @@
 #include "telemetry.h"
 
 #include "../../protocol/telemetry.h"
+#include "../onboard/vectors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -87,7 +88,9 @@ ZAVRA_100_Standard_Telemetry Telemetry::standard() const
     t.system_error_register = parts_.system.error_register;
     t.control_main_status = parts_.modes.main_status();
     if (parts_.report) {
-        const Control_Report& control = parts_.report->control;
+        const auto& [attitude, control] = *parts_.report;
+        t.sat_main_register = attitude.status;
+        t.sat_error_register = attitude.errors;
         t.actuators_error_register = control.actuators_error;
         t.control_main_error = control.main_error;
         t.control_single_axis_status_x = control.single_axis_status[0];
@@ -151,13 +154,19 @@ ZAVRA_100_Attitude_Telemetry Telemetry::attitude() const
 {
     ZAVRA_100_Attitude_Telemetry t{};
     t.epoch_time_msec = t.epoch_time_last_attitude_determination_msec = parts_.time.epoch_msec();
-    const auto q = world_.attitude();
+    auto q = world_.attitude();
+    auto rate = world_.angular_velocity_radps();
+    if (parts_.report) {
+        const Attitude_Estimate& believed = parts_.report->attitude;
+        q = believed.inertial ? narrow(believed.attitude) : ZAVRA_100_Quaternion_float{};
+        rate = narrow(believed.angular_velocity_radps);
+        t.epoch_time_last_attitude_determination_msec = believed.epoch_time_msec;
+    }
     t.quaternion_attitude_1_bf = q.q_1;
     t.quaternion_attitude_2_bf = q.q_2;
     t.quaternion_attitude_3_bf = q.q_3;
     t.quaternion_attitude_4_bf = q.q_4;
-    store(world_.angular_velocity_radps(), t.angular_velocity_x_radps, t.angular_velocity_y_radps,
-          t.angular_velocity_z_radps);
+    store(rate, t.angular_velocity_x_radps, t.angular_velocity_y_radps, t.angular_velocity_z_radps);
     const auto field = parts_.sensors.magnetic_field_t(0);
     store(field.vector, t.measured_magnetic_field_x_bf_t, t.measured_magnetic_field_y_bf_t,
           t.measured_magnetic_field_z_bf_t);

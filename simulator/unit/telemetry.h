@@ -9,6 +9,9 @@ namespace zavra::simulator
 {
 
 /// The simulated unit's telemetry frames, put together from what the other parts of the unit know.
+///
+/// Where the unit's own software runs, the attitude frame shows what it believes: zeros for an attitude that it does
+/// not know. sat_main_register is its Determination_Status, sat_error_register its Determination_Error.
 class Telemetry
 {
 public:

@@ -31,7 +31,10 @@ TEST(Control_Test, wheels_point_at_nadir_and_are_unloaded)
     EXPECT_LT(nadir(1, false, 1200, 1800).percentile_95_deg, 1);
 }
 
-TEST(Control_Test, a_ground_station_is_followed) { EXPECT_LT(pass_over_station_deg(1), 0.3); }
+TEST(Control_Test, a_ground_station_is_followed)
+{
+    EXPECT_LT(pass_over_station_deg(1), 0.3);
+}
 
 TEST(Control_Test, a_slew_settles_in_time)
 {
@@ -43,7 +46,8 @@ TEST(Control_Test, a_slew_settles_in_time)
 class Orders_Test : public testing::Test
 {
 protected:
-    static void run_controller(Rehearsal& run, const ZAVRA_100_PID_Controller_Parameters& parameters, float target_radps)
+    static void run_controller(Rehearsal& run, const ZAVRA_100_PID_Controller_Parameters& parameters,
+                               float target_radps)
     {
         run.order(protocol::set_singleaxis_angularvelocity_controller_parameters, 0, parameters);
         run.order(protocol::start_singleaxis_angularvelocity_controller, 0, target_radps);
@@ -128,8 +132,7 @@ TEST_F(Orders_Test, suspended_magnetorquers_and_unknown_interfaces_are_reported)
 TEST_F(Orders_Test, prealignment_shows_what_is_left_to_turn)
 {
     run.pass(600); // until the attitude is known
-    run.order(protocol::start_targetpointing_nadir_mode,
-              {0, {0, 1, 0}, {1, 0, 0}, 0, 500, {0.02F, 0, 0.001F, 0.2F}});
+    run.order(protocol::start_targetpointing_nadir_mode, {0, {0, 1, 0}, {1, 0, 0}, 0, 500, {0.02F, 0, 0.001F, 0.2F}});
     run.pass(1);
     ASSERT_TRUE(report().pointing);
     EXPECT_EQ(report().pointing->state, Operation::prealigning);
@@ -168,10 +171,10 @@ TEST_F(Orders_Test, a_point_that_moves_is_followed_from_start_to_stop)
         orbit.position_km = to_earth.transpose() * Eigen::Vector3d(7000, 0, 0);
         const Target aim = target({Operation::earth_const_velocity, p, 0, 0, Eigen::Vector3d::Zero()}, &orbit, epoch);
         const Eigen::Vector3d place = earth_fixed_position({0, longitude, 0});
-        EXPECT_LT((to_earth * (aim.attitude * Eigen::Vector3d::UnitZ()) -
-                   (place - Eigen::Vector3d(7000, 0, 0)).normalized())
-                      .norm(),
-                  1e-6)
+        EXPECT_LT(
+            (to_earth * (aim.attitude * Eigen::Vector3d::UnitZ()) - (place - Eigen::Vector3d(7000, 0, 0)).normalized())
+                .norm(),
+            1e-6)
             << seconds;
     }
 }
@@ -184,7 +187,8 @@ TEST_F(Orders_Test, polynomials_turn_the_target)
     p.polynomial_coeff[2 * 7 + 1] = 0.005F; // q_3: half of 0.01 rad/s about z, for small angles
     p.polynomial_coeff[3 * 7] = 1;
     const Target aim = target({Operation::inertial, p, 6, 0, Eigen::Vector3d::Zero()}, nullptr, 1'010'000);
-    EXPECT_NEAR(2 * std::atan(0.05), rotation_vector(aim.attitude * Eigen::Quaterniond(wide(p.rotation_matrix)).conjugate()).z(), 1e-6);
+    EXPECT_NEAR(2 * std::atan(0.05),
+                rotation_vector(aim.attitude * Eigen::Quaterniond(wide(p.rotation_matrix)).conjugate()).z(), 1e-6);
     EXPECT_NEAR(aim.rate_radps.x(), 0.01 / (1 + 0.05 * 0.05), 1e-5) << "about the line of sight";
     EXPECT_NEAR(aim.rate_radps.tail<2>().norm(), 0, 1e-6);
 }

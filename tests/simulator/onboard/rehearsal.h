@@ -23,10 +23,7 @@ inline constexpr int orbit_s = 5680; ///< at 500 km
 /// Two lines of a sun-synchronous orbit at 500 km, of the day of the example satellites.
 struct Sun_Synchronous
 {
-    Sun_Synchronous()
-    {
-        line_2 += static_cast<char>('0' + sum(line_2) % 10);
-    }
+    Sun_Synchronous() { line_2 += static_cast<char>('0' + sum(line_2) % 10); }
 
     static int sum(const std::string& line)
     {
@@ -46,8 +43,9 @@ class Rehearsal
 {
 public:
     /// The seed makes attitude and noise.
-    Rehearsal(const std::string& name, unsigned long long seed,
-              const std::function<void(Satellite_Settings&)>& change = [](Satellite_Settings&) {})
+    Rehearsal(
+        const std::string& name, unsigned long long seed,
+        const std::function<void(Satellite_Settings&)>& change = [](Satellite_Settings&) {})
         : bench_(clock_, {.seed = seed, .satellite = settings(name, seed, change)})
     {
         ZAVRA_100_Orbit_TLE_Data tle{};
@@ -69,7 +67,8 @@ public:
     }
 
     /// Lets time pass; `each` is called every second.
-    void pass(int seconds, const std::function<void()>& each = [] {})
+    void pass(
+        int seconds, const std::function<void()>& each = [] {})
     {
         for (int i = 0; i < seconds; ++i) {
             clock_.advance(std::chrono::seconds(1));
@@ -94,7 +93,8 @@ public:
         double most = 0;
         for (std::size_t i = 0; i < max_wheels; ++i)
             if (const auto& wheel = satellite.settings().wheels[i])
-                most = std::max(most, std::abs(satellite.wheel_speeds_radps()[i]) / wheel->max_speed_radps.value_or(1000));
+                most =
+                    std::max(most, std::abs(satellite.wheel_speeds_radps()[i]) / wheel->max_speed_radps.value_or(1000));
         return most;
     }
 
@@ -197,9 +197,14 @@ inline double pass_over_station_deg(unsigned long long seed)
     Geodetic_Position station = geodetic_position(below);
     station.altitude_km = 0;
     station.longitude_rad += 0.05; // not straight overhead
-    run.order(protocol::start_targetpointing_earth_fix_mode,
-              {0, {0, 1, 0}, {1, 0, 0}, static_cast<float>(station.latitude_rad),
-               static_cast<float>(station.longitude_rad), 0, 0, {}});
+    run.order(protocol::start_targetpointing_earth_fix_mode, {0,
+                                                              {0, 1, 0},
+                                                              {1, 0, 0},
+                                                              static_cast<float>(station.latitude_rad),
+                                                              static_cast<float>(station.longitude_rad),
+                                                              0,
+                                                              0,
+                                                              {}});
     double most = 0;
     const Eigen::Vector3d place = earth_fixed_position(station);
     run.pass(1600, [&] {

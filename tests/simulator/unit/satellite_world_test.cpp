@@ -2,6 +2,7 @@
 #include "simulator/bench/scenario.h"
 #include "tests/support/simulated_bus.h"
 
+#include <cstring>
 #include <fstream>
 #include <gmock/gmock.h>
 
@@ -75,6 +76,28 @@ TEST_F(Satellite_World_Test, measurements_are_as_old_as_the_last_tick_and_inject
     EXPECT_EQ(seen.angular_velocity_radps[0].value, Eigen::Vector3d(1, 2, 3));
     EXPECT_EQ(seen.sun_vector.value, Eigen::Vector3d(1, 2, 3));
     EXPECT_EQ(seen.epoch_time_msec, parts.time.epoch_msec());
+}
+
+TEST_F(Satellite_World_Test, telemetry_shows_what_the_software_believes)
+{
+    const auto standard = [&] { return unit.unit.telemetry.standard(); };
+    pass(std::chrono::seconds(1));
+    EXPECT_EQ(unit.unit.telemetry.attitude().quaternion_attitude_4_bf, 0) << "unknown";
+    EXPECT_EQ(standard().sat_error_register, 1U) << "no elements";
+    EXPECT_EQ(standard().sat_main_register, 0x20U) << "the bias is estimated";
+
+    ZAVRA_100_Orbit_TLE_Data elements{};
+    std::strcpy(elements.tle_1, "1 33591U 09005A   18020.91958580  .00000107  00000-0  83477-4 0  9992");
+    std::strcpy(elements.tle_2, "2 33591  99.1238 356.1693 0014450  24.0615 336.1228 14.12247534461122");
+    ASSERT_EQ(parts.startracker_orbit.load(elements), Tle_Error::none);
+    pass(std::chrono::seconds(10));
+    const auto t = unit.unit.telemetry.attitude();
+    const Eigen::Quaternionf q(t.quaternion_attitude_4_bf, t.quaternion_attitude_1_bf, t.quaternion_attitude_2_bf,
+                               t.quaternion_attitude_3_bf);
+    EXPECT_LT(q.cast<double>().angularDistance(satellite.attitude()), 2e-3) << "of the last tick";
+    EXPECT_EQ(t.epoch_time_last_attitude_determination_msec, parts.time.epoch_msec());
+    EXPECT_EQ(standard().sat_error_register, 0U);
+    EXPECT_EQ(standard().sat_main_register & 3U, 3U);
 }
 
 TEST_F(Satellite_World_Test, a_reset_of_the_unit_does_not_stop_it)
