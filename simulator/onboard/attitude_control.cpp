@@ -72,6 +72,7 @@ void Attitude_Control::tick(const Measurements& measurements, const Attitude_Est
         break;
     case Operation::safe:
     case Operation::measurement:
+        report_.acts = true;
         actuation.dipole_moment_am2.setZero();
         for (Wheel_Command& wheel : actuation.wheels)
             wheel.kind = Wheel_Command::Kind::idle;
@@ -271,6 +272,7 @@ void Attitude_Control::turn(Tick& tick, const Eigen::Vector3d& torque_nm, bool w
     }
     const Eigen::Vector3d& rate = tick.estimate.angular_velocity_radps;
     const Eigen::Vector3d gyroscopic = rate.cross(mission_.inertia_kgm2 * rate + tick.wheels.momentum_nms());
+    report_.acts = true;
     tick.wheels.apply(torque_nm + gyroscopic, tick_seconds, tick.actuation);
 }
 
@@ -285,6 +287,7 @@ void Attitude_Control::unload_momentum(Tick& tick)
 
 void Attitude_Control::set_dipole(Tick& tick, const Eigen::Vector3d& moment_am2)
 {
+    report_.acts = true;
     tick.actuation.dipole_moment_am2 = shortened(tick.from_coils.transpose() * moment_am2, tick.max_dipole_am2);
     Control_Report::set(report_.main_error, Control_Error::no_magnetic_field,
                         !tick.measurements.magnetic_field_t.valid);

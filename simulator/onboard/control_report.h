@@ -42,6 +42,7 @@ struct Control_Report
     unsigned int all_axis_status = 0;
     unsigned int main_error = 0;
     unsigned int actuators_error = 0;
+    bool acts = false; ///< Some actuators do not do what commands over the bus say
     std::optional<double> pointing_error_rad; ///< to the target of the mode
 
     struct Pointing

@@ -77,8 +77,8 @@ public:
     /// What they do to a satellite. A torque on the body is the wheels' reaction, distributed by the array's matrix.
     Actuation actuation() const;
 
-    /// What the unit's own software has them do: telemetry shows it.
-    void show(const Actuation& by_software) { by_software_ = by_software; }
+    /// What the unit's own software has them do where that is not what commands say: telemetry shows it.
+    void show(const std::optional<Actuation>& by_software) { by_software_ = by_software; }
 
     /// Has the settings of a unit that was built for a satellite, after each reset too.
     void build_for(const Satellite_Settings& satellite);

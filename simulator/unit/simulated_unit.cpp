@@ -91,7 +91,7 @@ Actuation Simulated_Unit::control_tick(const Measurements& sensed)
     if (software) {
         software->tick(measurements, actuation);
         parts.report = software->report();
-        parts.actuators.show(actuation);
+        parts.actuators.show(parts.report && parts.report->control.acts ? std::optional(actuation) : std::nullopt);
     }
     return actuation;
 }
