@@ -18,7 +18,7 @@ namespace
 constexpr double fastest_slew_radps = 0.05;
 constexpr double unloading_per_s = 1e-3; // of the wheels' momentum across the field
 
-const double tick_seconds = seconds(Onboard_Software::control_tick);
+const double tick_seconds = seconds_of(Onboard_Software::control_tick);
 
 Eigen::Vector3d direction(const Eigen::Vector3d& vector)
 {
@@ -186,7 +186,7 @@ void Attitude_Control::point_at_target(Tick& tick)
         progress_.target_time = now;
     }
     Target target = *progress_.target;
-    const double age = seconds(now - progress_.target_time);
+    const double age = seconds_of(now - progress_.target_time);
     target.attitude = turned(target.attitude, age * (target.rate_radps + age / 2 * target.acceleration_radps2));
     target.rate_radps += age * target.acceleration_radps2;
 

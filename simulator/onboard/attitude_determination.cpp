@@ -25,11 +25,6 @@ unsigned int bit(auto flag)
     return static_cast<unsigned int>(flag);
 }
 
-double seconds_of(std::chrono::milliseconds time)
-{
-    return static_cast<double>(time.count()) * 1e-3;
-}
-
 /// Parameters may be any number, or none.
 double variance(double value, double least)
 {

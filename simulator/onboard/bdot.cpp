@@ -19,7 +19,7 @@ Eigen::Vector3d Bdot_Control::dipole(const Measurements::Vector& field, const Co
     if (count_ > 0 && static_cast<unsigned long long>(elapsed.count()) >= parameters.update_interval) {
         const Eigen::Vector3d mean = sum_ / count_;
         if (mean_) {
-            const Eigen::Vector3d change = (mean - *mean_) / seconds(elapsed);
+            const Eigen::Vector3d change = (mean - *mean_) / seconds_of(elapsed);
             const Eigen::Vector3d wanted = -double{settings.bdot_proportional.k} * smallest_moment_kgm2 /
                                            std::max(mean.squaredNorm(), 1e-30) * change;
             dipole_ = shortened(wanted, max_dipole_am2.cwiseMin(std::abs(double{settings.bdot_max.k})));

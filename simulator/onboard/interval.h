@@ -1,15 +1,11 @@
 #pragma once
 
-#include <chrono>
+#include "../satellite/measurements.h"
+
 #include <optional>
 
 namespace zavra::simulator
 {
-
-inline double seconds(std::chrono::milliseconds time)
-{
-    return 1e-3 * static_cast<double>(time.count());
-}
 
 /// Whether it is time to update something again.
 class Interval
@@ -20,7 +16,7 @@ public:
     {
         if (last_ && static_cast<unsigned long long>((now - *last_).count()) < interval_msec)
             return std::nullopt;
-        const double elapsed = last_ ? seconds(now - *last_) : first;
+        const double elapsed = last_ ? seconds_of(now - *last_) : first;
         last_ = now;
         return elapsed;
     }

@@ -11,6 +11,12 @@ namespace zavra::simulator
 inline constexpr std::size_t max_gyroscopes = 3;
 inline constexpr std::size_t max_wheels = 6;
 
+/// As a number of seconds.
+constexpr double seconds_of(std::chrono::milliseconds time)
+{
+    return 1e-3 * static_cast<double>(time.count());
+}
+
 /// A value that a sensor gave and when, in simulated time. A sensor that gives nothing keeps its last value and time,
 /// and is not valid; before the first one the value is zero.
 template <class Value>

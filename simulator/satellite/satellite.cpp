@@ -6,11 +6,6 @@ namespace zavra::simulator
 namespace
 {
 
-double seconds_of(Satellite::Time time)
-{
-    return static_cast<double>(time.count()) * 1e-3;
-}
-
 Rigid_Body make_body(const Satellite_Settings& settings)
 {
     Rigid_Body::Wheels wheels;
