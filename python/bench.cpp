@@ -35,7 +35,7 @@ using namespace simulator;
 
 Clock::Time from_seconds(double seconds)
 {
-    return simulator::seconds(Json(seconds), "time");
+    return simulator::seconds_of(Json(seconds), "time");
 }
 
 /// The bench's clock: it stands still but where a unit's driver waits, or somebody lets time pass.
@@ -170,7 +170,7 @@ public:
         {
             const std::lock_guard guard(recording_mutex_);
             if (now)
-                recording_->record(*recorded_);
+                recording_->record(sample_of(*recorded_));
             recording_.reset();
         }
         std::ifstream lines(record_file());
@@ -185,7 +185,7 @@ private:
     {
         const std::lock_guard guard(recording_mutex_);
         if (recording_ && recorded_ == &unit)
-            recording_->record(unit);
+            recording_->record(sample_of(unit));
     }
 
     std::filesystem::path record_file() const { return directory() / "record.csv"; }

@@ -14,8 +14,7 @@ Flight_Settings Unit_Parts::flight_settings() const
     Flight_Settings settings{
         .determination = {.method = static_cast<Determination_Method>(s.operation_in_use.determination_mode),
                           .filter = s.kalman_filter,
-                          .active_gyroscope =
-                              std::min<std::size_t>(system.settings.active_gyroscope, max_gyroscopes - 1),
+                          .active_gyroscope = system.settings.active_gyroscope,
                           .elements = startracker_orbit.elements()},
         .control = {.mode = modes.mode(),
                     .waiting = modes.waiting(),
