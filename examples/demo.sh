@@ -34,6 +34,8 @@ show "Two threads share a unit" "Two threads" "$programs/threads"
 show "A program tells causes of failures apart, which it provokes" "Causes" "$programs/causes"
 show "The unit notices a request that was damaged on purpose, and names it" "All registers" \
     "$programs/registers" "$examples/zavra_sim_registers.ini"
+show "The tumble is caught by the unit's own software, in two hours of simulated time" "  time" \
+    "$examples/detumbling.sh" "$programs"
 
-printf '\nThat was all, through VELM_ZAVRA_API over a bus. Everything that the programs printed is in %s.\n' "$log"
+printf '\nThat was all: but for the last plot, through VELM_ZAVRA_API over a bus. Everything that the programs printed is in %s.\n' "$log"
 echo "Next: $programs/zavractl --simulate telemetry attitude, or docs/application.md."

@@ -88,10 +88,12 @@ bool Attitude_Filter::update(const Vector& innovation, const Eigen::Matrix3d& se
     const Eigen::Matrix<double, 6, 1> correction = gain * innovation;
     attitude_ = turned(attitude_, correction.head<3>()).normalized();
     bias_ += correction.tail<3>();
-    // Joseph's form, which keeps the covariance symmetric and positive
+    // Joseph's form, which keeps the covariance positive. It keeps what rounding has made asymmetric, too, which grows
+    // within minutes where the bias walks fast.
     Eigen::Matrix<double, 6, 6> kept = Eigen::Matrix<double, 6, 6>::Identity();
     kept.leftCols<3>() -= gain * sensitivity;
     covariance_ = (kept * covariance_ * kept.transpose()).eval() + variances.weight_rad2 * gain * gain.transpose();
+    covariance_ = (covariance_ + covariance_.transpose()).eval() / 2;
     return true;
 }
 

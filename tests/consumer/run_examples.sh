@@ -23,3 +23,8 @@ example modes
 example two_units
 example threads
 example causes
+
+# A mission of three and a half hours takes fifteen seconds; with a processor that is emulated, a minute.
+"$examples/../scripts/with_unit.sh" "${emulator[@]}" "$simulator" --satellite "$examples/satellites/3u.toml" \
+    --time-factor $((${#emulator[@]} ? 250 : 1000)) -- \
+    "${emulator[@]}" "$programs/first_orbits" "$examples/velm_zavra_dev_init.ini" "$examples/iss.tle"
