@@ -1,9 +1,9 @@
-// The first orbits of a satellite that was just released: it tumbles; its unit is configured, gets clock and orbit, stops
-// the tumbling, points to the sun and then to the Earth. A log tells what the application waits for, and why.
+// The first orbits of a satellite that was just released: it tumbles; its unit is configured, gets clock and orbit,
+// stops the tumbling, points to the sun and then to the Earth. A log tells what the application waits for, and why.
 // Usage: first_orbits INI_FILE TLE_FILE     beside zavra-sim --satellite examples/satellites/3u.toml --time-factor 100
 //
-// Waits go by the unit's epoch time. The exit status is 0 after the mission, 3 when something did not happen in time, and 1
-// when the unit or the bus failed.
+// Waits go by the unit's epoch time. The exit status is 0 after the mission, 3 when something did not happen in time,
+// and 1 when the unit or the bus failed.
 
 #include <VELM_ZAVRA_API.h>
 #include <VELM_ZAVRA_VALUES.h>
@@ -43,9 +43,7 @@ struct Timed_Out : std::runtime_error
 class Mission
 {
 public:
-    explicit Mission(VELM_ZAVRA_API& unit) : unit_(unit)
-    {
-    }
+    explicit Mission(VELM_ZAVRA_API& unit) : unit_(unit) {}
 
     /// The clock, unless somebody has set it: it counts from 0 after a reset. The simulated satellite's is its file's.
     void set_clock()
@@ -64,7 +62,9 @@ public:
         if (response != 0)
             throw std::runtime_error("The unit refused the elements with response " + std::to_string(response));
         wait("the orbit, without which there is neither a field to compare with nor a nadir", minutes(0), minutes(10),
-             [this] { return Progress{(telemetry().sat_main_register & orbit_known) != 0, "in reach of the elements"}; });
+             [this] {
+                 return Progress{(telemetry().sat_main_register & orbit_known) != 0, "in reach of the elements"};
+             });
     }
 
     void detumble()
@@ -90,12 +90,14 @@ public:
     void point_to_nadir()
     {
         unit_.Start_Target_Pointing_Nadir_Mode({0, camera, forward, 0, 1000, {0.02F, 5, 0.001F, 0}});
-        wait("nadir within 1 deg, which the camera needs; the spin goes into the wheels", minutes(10), minutes(60), [this] {
-            const auto data = unit_.Get_Target_Pointing_Operation_Data_Telemetry();
-            if ((telemetry().sat_main_register & attitude_known) == 0)
-                return Progress{false, "attitude unknown"};
-            return below(degrees(velm_zavra::angle_between(data.attitude_quaternion, data.target_quaternion)), 1, "deg");
-        });
+        wait("nadir within 1 deg, which the camera needs; the spin goes into the wheels", minutes(10), minutes(60),
+             [this] {
+                 const auto data = unit_.Get_Target_Pointing_Operation_Data_Telemetry();
+                 if ((telemetry().sat_main_register & attitude_known) == 0)
+                     return Progress{false, "attitude unknown"};
+                 return below(degrees(velm_zavra::angle_between(data.attitude_quaternion, data.target_quaternion)), 1,
+                              "deg");
+             });
     }
 
     void say(const std::string& text) const
@@ -125,10 +127,7 @@ private:
         std::string text;
     };
 
-    static Progress below(double value, double limit, const char* unit)
-    {
-        return {value < limit, text(value, unit)};
-    }
+    static Progress below(double value, double limit, const char* unit) { return {value < limit, text(value, unit)}; }
 
     /// Says when the satellite enters or leaves the shadow, and when the attitude gets known or lost.
     /// @throws std::runtime_error when the unit's clock went back
