@@ -1,9 +1,9 @@
-// The first orbits of a satellite that was just released: it tumbles; its unit is configured, gets clock and orbit, stops
-// the tumbling, points to the sun and then to the Earth. A log tells what the application waits for, and why.
+// The first orbits of a satellite that was just released: it tumbles; its unit is configured, gets clock and orbit,
+// stops the tumbling, points to the sun and then to the Earth. A log tells what the application waits for, and why.
 // Usage: first_orbits INI_FILE TLE_FILE     beside zavra-sim --satellite examples/satellites/3u.toml --time-factor 100
 //
-// Waits go by the unit's epoch time. The exit status is 0 after the mission, 3 when something did not happen in time, and 1
-// when the unit or the bus failed.
+// Waits go by the unit's epoch time. The exit status is 0 after the mission, 3 when something did not happen in time,
+// and 1 when the unit or the bus failed.
 
 #include <VELM_ZAVRA_API.h>
 #include <VELM_ZAVRA_VALUES.h>
@@ -27,13 +27,10 @@ using velm_zavra::to_msec;
 
 constexpr VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT solar_panel{1, 0, 0}; ///< the axis of the largest moment of inertia, too
 /// The 3U's star tracker looks along -y, which is up when this is down.
-constexpr VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT camera{0, 1, 0};
-constexpr VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT forward{1, 0, 0};
+constexpr VELM_ZAVRA_API_VECTOR3_XYZ_FLOAT camera{0, 1, 0}, forward{1, 0, 0};
 
 /// The simulated unit's bits of sat_main_register.
-constexpr unsigned int orbit_known = 1U << 0U;
-constexpr unsigned int attitude_known = 1U << 1U;
-constexpr unsigned int eclipse = 1U << 6U;
+constexpr unsigned int orbit_known = 1U << 0U, attitude_known = 1U << 1U, eclipse = 1U << 6U;
 
 struct Timed_Out : std::runtime_error
 {
@@ -43,9 +40,7 @@ struct Timed_Out : std::runtime_error
 class Mission
 {
 public:
-    explicit Mission(VELM_ZAVRA_API& unit) : unit_(unit)
-    {
-    }
+    explicit Mission(VELM_ZAVRA_API& unit) : unit_(unit) {}
 
     /// The clock, unless somebody has set it: it counts from 0 after a reset. The simulated satellite's is its file's.
     void set_clock()
@@ -60,11 +55,10 @@ public:
     void load_orbit(const std::string& tle_file)
     {
         const auto elements = velm_zavra::read_orbit_elements(unit_, tle_file, std::chrono::seconds(1));
-        const unsigned int response = unit_.Init_Orbit_Module(elements);
-        if (response != 0)
-            throw std::runtime_error("The unit refused the elements with response " + std::to_string(response));
+        if (unit_.Init_Orbit_Module(elements) != 0)
+            throw std::runtime_error("The unit refused the elements");
         wait("the orbit, without which there is neither a field to compare with nor a nadir", minutes(0), minutes(10),
-             [this] { return Progress{(telemetry().sat_main_register & orbit_known) != 0, "in reach of the elements"}; });
+             [this] { return known(orbit_known); });
     }
 
     void detumble()
@@ -84,18 +78,19 @@ public:
                      return Progress{false, "no sun"};
                  return below(degrees(velm_zavra::angle_between(sun, solar_panel)), 10, "deg");
              });
-        unit_.Stop_Operation_Mode_Sun_Pointing();
     }
 
     void point_to_nadir()
     {
         unit_.Start_Target_Pointing_Nadir_Mode({0, camera, forward, 0, 1000, {0.02F, 5, 0.001F, 0}});
-        wait("nadir within 1 deg, which the camera needs; the spin goes into the wheels", minutes(10), minutes(60), [this] {
-            const auto data = unit_.Get_Target_Pointing_Operation_Data_Telemetry();
-            if ((telemetry().sat_main_register & attitude_known) == 0)
-                return Progress{false, "attitude unknown"};
-            return below(degrees(velm_zavra::angle_between(data.attitude_quaternion, data.target_quaternion)), 1, "deg");
-        });
+        wait("nadir within 1 deg, which the camera needs; the spin goes into the wheels", minutes(10), minutes(60),
+             [this] {
+                 const auto data = unit_.Get_Target_Pointing_Operation_Data_Telemetry();
+                 if (!known(attitude_known).reached)
+                     return Progress{false, "attitude unknown"};
+                 const double error = velm_zavra::angle_between(data.attitude_quaternion, data.target_quaternion);
+                 return below(degrees(error), 1, "deg");
+             });
     }
 
     void say(const std::string& text) const
@@ -110,7 +105,6 @@ public:
         return degrees(std::sqrt(double{rate.x} * rate.x + double{rate.y} * rate.y + double{rate.z} * rate.z));
     }
 
-    /// A number with its unit of measurement.
     static std::string text(double value, const char* unit)
     {
         char buffer[32];
@@ -125,9 +119,12 @@ private:
         std::string text;
     };
 
-    static Progress below(double value, double limit, const char* unit)
+    static Progress below(double value, double limit, const char* unit) { return {value < limit, text(value, unit)}; }
+
+    Progress known(unsigned int bit)
     {
-        return {value < limit, text(value, unit)};
+        const bool known = (telemetry().sat_main_register & bit) != 0;
+        return {known, known ? "known" : "unknown"};
     }
 
     /// Says when the satellite enters or leaves the shadow, and when the attitude gets known or lost.
@@ -147,22 +144,20 @@ private:
         return now;
     }
 
-    /// Asks until the progress has been reached for so long. The unit answers within 0.1 s, whatever its clock does.
+    /// Asks until the progress has been reached for so long, three times a second: each answer takes the library 0.1 s.
     void wait(const std::string& what, minutes hold, minutes time_out, const std::function<Progress()>& progress)
     {
         const auto started = telemetry().epoch_time_msec;
-        auto missed = started;
+        unsigned long long since = 0; // when it was reached
         say("waits for " + what + (hold == minutes(0) ? "" : ", for " + std::to_string(hold.count()) + " min"));
-        bool was_reached = false;
         for (;;) {
             const auto asked = telemetry().epoch_time_msec;
             const Progress now = progress();
-            if (now.reached != was_reached)
+            if (now.reached != (since != 0)) {
                 say((now.reached ? "reached: " : "left: ") + now.text);
-            was_reached = now.reached;
-            if (!now.reached)
-                missed = asked;
-            else if (asked - missed >= to_msec(hold))
+                since = now.reached ? asked : 0;
+            }
+            if (now.reached && asked - since >= to_msec(hold))
                 return;
             if (asked - started > to_msec(time_out))
                 throw Timed_Out("not within " + std::to_string(time_out.count()) + " min: " + what + "; " + now.text);
@@ -171,8 +166,7 @@ private:
     }
 
     VELM_ZAVRA_API& unit_;
-    unsigned long long start_ = 0;
-    unsigned long long last_ = 0;
+    unsigned long long start_ = 0, last_ = 0; ///< by the unit's clock
     unsigned int register_ = 0;
 };
 

@@ -246,6 +246,21 @@ TEST_F(Zavra_Sim_Test, a_run_of_a_campaign_ends_with_its_result)
     EXPECT_EQ(status, 1);
 }
 
+TEST_F(Zavra_Sim_Test, flights_of_the_examples_point_to_nadir)
+{
+    for (const char* flight : {"first_orbits.toml --run 4h", "failures.toml --run 3590s", "failures.toml --run 10700s",
+                               "failures.toml --run 5h"}) {
+        SCOPED_TRACE(flight);
+        start("--satellite " ZAVRA_SCENARIOS "/../satellites/3u.toml --scenario " ZAVRA_SCENARIOS "/../flights/" +
+              std::string(flight) + " 2>&1");
+        // Nothing was refused, and it turns once per orbit.
+        EXPECT_THAT(
+            finish(),
+            MatchesRegex("Simulated [^\n]*\nThe satellite turns with 0\\.001[0-3][0-9]* rad/s in the end\\.\n"));
+        EXPECT_EQ(status, 0);
+    }
+}
+
 TEST_F(Zavra_Sim_Test, records_a_satellite_on_the_bus_too)
 {
     start("--satellite " ZAVRA_SCENARIOS "/../satellites/1u.toml --time-factor 100 --record " +
