@@ -31,7 +31,7 @@ help:
 	@echo "make clean      remove the build trees"
 
 demo:
-	@echo "You will see a simulated ZAVRA-100 start, and applications and the bench tool talk to it, for ten seconds."
+	@echo "You will see a simulated ZAVRA-100 start, and applications and the bench tool talk to it, for half a minute."
 	@echo "Before that the programs are built, which takes minutes the first time."
 	@scripts/setup.sh base
 	@scripts/build.sh dev zavra-sim zavractl examples

@@ -101,7 +101,7 @@ velm_package(development libvelm-zavra-dev libdevel
              "Headers, configuration for CMake and pkg-config, and examples, to build applications with")
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS library)
 install(DIRECTORY ${examples} DESTINATION ${development_documents} COMPONENT development
-        PATTERN demo.sh EXCLUDE PATTERN scenarios EXCLUDE PATTERN flights EXCLUDE PATTERN campaigns EXCLUDE
+        PATTERN *.sh EXCLUDE PATTERN scenarios EXCLUDE PATTERN flights EXCLUDE PATTERN campaigns EXCLUDE
         PATTERN python EXCLUDE)
 
 if(VELM_BUILD_TOOLS)
