@@ -78,7 +78,7 @@ void Report::add(const Sample& sample)
     if (attitudes_.wants())
         attitudes_.add({time, attitude.x(), attitude.y(), attitude.z(), attitude.w()});
     if (places_.wants()) {
-        const Eigen::Matrix3d to_inertial = body_from_inertial(attitude).transpose();
+        const Eigen::Matrix3d to_inertial = attitude.toRotationMatrix();
         std::vector<double> place{time};
         for (const Eigen::Vector3d& vector :
              {vector_of(sample, column("position_x_km")), vector_of(sample, column("velocity_x_kmps")),
