@@ -30,11 +30,11 @@ Test_Bench::Unit::Unit(Agenda& time, Bus_Line& line, unsigned long long seed, co
     }
 }
 
-void Test_Bench::Unit::tick_at(Agenda& time, Clock::Time when)
+void Test_Bench::Unit::tick_at(Agenda& agenda, Clock::Time when)
 {
-    time.at(when, [this, &time, when] {
+    agenda.at(when, [this, &agenda, when] {
         satellite->tick(unit);
-        tick_at(time, when + Satellite_World::tick_length);
+        tick_at(agenda, when + Satellite_World::tick_length);
     });
 }
 

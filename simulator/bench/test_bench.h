@@ -42,7 +42,7 @@ public:
         Fault_Injector faults;
 
     private:
-        void tick_at(Agenda& time, Clock::Time when);
+        void tick_at(Agenda& agenda, Clock::Time when);
     };
 
     Test_Bench(const Clock& clock, const Options& options) : time(clock, options.time_factor)

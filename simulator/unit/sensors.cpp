@@ -170,7 +170,7 @@ Sensors::Measurement Sensors::sun_vector() const
 void Sensors::calculate_bias(Gyroscope& gyro, std::size_t index)
 {
     if (gyro.filter.output())
-        gyro.bias_calculation.emplace();
+        gyro.bias_calculation = Bias_Calculation{};
     else
         gyro.bias = narrow(present_rate(gyro, index));
 }
